@@ -1,0 +1,236 @@
+// Cl_KIV: the component's one creatable class. This declaration is the
+// interface; each member is defined in the folder of its subject, and the
+// dispatch table (interface_table.cpp) publishes it to late-bound callers.
+//
+// Passing: a by-value parameter is a plain C++ parameter; a by-reference
+// parameter the operation changes is a Ref<T>; a by-reference parameter it
+// only reads is a plain or const-reference parameter here and is marked by
+// reference in the dispatch table.
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "frame/dispatchable.hpp"
+#include "frame/ref.hpp"
+#include "frame/value.hpp"
+
+namespace kiv {
+
+enum En_SysDir : Long {
+    SD_Windows = 0, SD_Prog = 1, SD_Temp = 2, SD_Sys32 = 3, SD_Doc = 4,
+    SD_Desk = 5, SD_Fonts = 6, SD_CommFiles = 7, SD_CommStartup = 8, SD_UserStartup = 9,
+};
+enum EnCF_Result : Long { CF_IsOK = 0, CF_Num = 1, CF_Short = 2, CF_Long = 3, CF_Bad = 90, CF_Null = 99 };
+enum EnPI_Result : Long {
+    PI_IsOK = 0, PI_Alfa = 1, PI_Short = 2, PI_Long = 3, PI_IsCF = 4, PI_Estera = 5, PI_Bad = 90, PI_Null = 99,
+};
+enum En_EANType : Long { EanT_Ean8 = 0, EanT_Ean13 = 1 };
+enum ZRReg_Enum : Long { ZRReg_Numeric = 0, ZRReg_String = 1 };
+
+// A printer description, declared for hosts; no operation takes or returns it.
+struct PrtStru {
+    String Nom, Drv, Dev;
+    Integer Len = 0, Lar = 0, Land = 0, Top = 0, Bot = 0;
+    String Cha, Act, Por, CNo;
+    Single DNo = 0;
+    Integer PNo = 0;
+    String CCp;
+    Single DCp = 0;
+    Integer PCp = 0;
+    String CSCp;
+    Single DSCp = 0;
+    Integer PSCp = 0;
+    Integer Color = 0;
+    String Filler;
+};
+
+class Cl_KIV : public Dispatchable {
+public:
+    Cl_KIV();
+
+    std::string typeName() const override { return "Cl_KIV"; }
+    Variant invoke(std::string_view member, InvokeKind kind, Arguments& args) override;
+
+    // Object slots for the host's mask controls; no operation reads them.
+    Object DlK_TimMask;
+    Object DlK_DatMask;
+
+    // Entry k of the nibble table used by the hex-to-binary conversions.
+    const String& Nibble(int index) const;
+
+    // --- Padding and alignment (text/padding.cpp)
+    void AllineaDxSpazi(Ref<String> Record, const String& fill);
+    String AllineaDxZeri(Integer LenCod, const String& fill);
+    void AllineaSinZeri(Ref<String> stringa, Integer Pos);
+    String PoniADes(const String& S, Integer N);
+    String PoniASin(const String& S, Integer N);
+    String Allunga(const String& S, Integer B, const String& C = u" ");
+    String MettiADes(Ref<Variant> S, Integer N, const String& Filler = u"");
+    String MettiASin(Ref<Variant> S, Integer N, const String& Filler = u"");
+    String MettiInCentro(Ref<Variant> S, Integer N, const String& Filler = u"", Boolean NoTrim = false);
+    String Cntr(const String& S, Integer N);
+    String Repl(Integer Volte, const String& Frase);
+    String StrInsert(const String& S_Long, const String& S_Short, Integer C_Pos, Boolean B_Trim = false);
+    String STR_Trunc(const String& S, Integer NCharToCut);
+
+    // --- Character substitution and cleaning (text/substitution.cpp)
+    String SostChar(const String& S, const String& C1, const String& C2);
+    Variant SostWord(const Variant& Str_0, const String& Str_Find, const String& Str_Repl, Integer StartOccur = 1,
+                     Integer MaxOccur = 0);
+    String SostLoChar(const String& S, const String& Nuovo = u".");
+    String SostHiChar(const String& S, const String& Nuovo = u".");
+    String Apo_No(const String& S);
+    String Apo_Yes(const Variant& S);
+    String Apo_Fix(const Variant& S);
+    String Apo_Dup(const Variant& S);
+    String NoChar(const String& S, const String& Caz);
+    String NoPunt(const String& S);
+    String NoTrail(Ref<String> a);
+    String CompSpac(const Variant& a);
+    String FixAmper(const String& Si);
+    String Capital(const String& S, Boolean SingleWords = false);
+    Integer UpAscii(Integer a);
+    Integer LoAscii(Integer a);
+    String SoloCifre(const String& T_Str);
+    String Lettere(const String& S_0);
+    String Numeri(const String& S_0);
+    String LastWord(const String& Lin);
+    String InvStr(const Variant& S);
+
+    // --- Words, justification and row splitting (text/words.cpp)
+    Long ParseWord(const Variant& S0, Ref<VariantArray> Wd, Ref<VariantArray> Pos);
+    String AddSpace(const Variant& S0, const Variant& Spac);
+    String AddStop(const Variant& S0);
+    String Giustif(const Variant& S0, const Variant& Wide0, Boolean AlsoStop = false);
+    void SplitRows(const String& S_Long, Ref<StringArray> S_Rows, Integer R_Long, Integer N_Rows,
+                   Boolean ConserveWord = false);
+
+    // --- Number formatting (numbers/formatting.cpp)
+    String FmtNum(const Variant& N, Integer Lun, Integer Dec = 0, Ref<Boolean> Fl_Mig = false,
+                  const String& Fill_Num = u"", Integer MaxEndingZeros = -1);
+    String FmtNumOld(const Variant& N, Integer Lun, Integer Dec = 0, Ref<Boolean> Fl_Mig = false,
+                     const String& Fill_Num = u"");
+    String NoVirg(const Variant& N, Integer Lun, Integer Dec);
+    String FmtTag(const String& Txt, Ref<Variant> Lun, const String& Tag, Boolean Trimmed = false);
+    String FmtZero(const Variant& T_Tag);
+    String Perc2Str(Ref<Variant> Perc, Ref<Integer> LStr = Integer{10}, Ref<String> SStr = u"*.");
+
+    // --- Number parsing and small numeric helpers (numbers/parsing.cpp)
+    Double Str2Num(const Variant& S);
+    Double ToNumber(const Variant& S);
+    Double Space2Dbl(const Variant& Txt);
+    Double Blank20(const String& S);
+    String InvPunt(const String& N);
+    Boolean ToBoolean(const Variant& T_Val);
+    Long Ceil(const Variant& N);
+    Long UnCeil(const Variant& N);
+    Double Min(const Variant& a, const Variant& B);
+    Variant Minim(const Variant& a, const Variant& B);
+    Variant Maxim(const Variant& a, const Variant& B);
+    void Incr(Ref<Variant> NumVar, Double QtaIncr = 1.0);
+    void Decr(Ref<Variant> NumVar, Double QtaDecr = 1.0);
+    Double Log10(const Variant& X);
+
+    // --- Rounding, discounts and VAT (numbers/rounding.cpp)
+    Double Arrot(Double Num, Double Approx = 1.0);
+    Double Arrot_Ecc(Double Num, Double Approx = 1.0);
+    Double Arrot_Dif(Double Num, Double Approx = 1.0);
+    Double Arrot_Fis(Double Num, Double Approx = 1.0);
+    Double PrzScontato(Double Prz, Double Sc1 = 0.0, Double Sc2 = 0.0);
+    Double ScorpIVA(Double Impo, Double Perc, Integer ArroDec = 2);
+    Double EstraiIVA(Double Tot, Double Perc, Ref<Integer> ArroDec = Integer{2});
+    Double CalcIVA(Double Impo, Single Perc, Integer ArroDec = 2);
+
+    // --- Date masks and conversions (dates/masks.cpp)
+    String FormattaData(const Variant& sData);
+    String FmtData(Integer dd, Integer mm, Integer yy);
+    String Cal2Dat(Integer d, Integer M, Integer Y);
+    String Date2Mask(const Variant& Data);
+    Double Date20(Ref<Variant> S);
+    String Zero2Date(const Variant& Zz);
+    String Zero2DateBl(const Variant& Zz);
+    Long Msk2Date(const String& Msk);
+    Long Msk2Dat(const String& Msk);
+    String Msk2Str(const String& Msk);
+    Date Msk2VarDate(const String& Msk_0);
+    Integer Msk2Day(const String& Msk);
+    Integer Msk2Mon(const String& Msk);
+    Integer Msk2Yea(const String& Msk);
+    String GbDate(const String& sData);
+    String Date2Sort(const Variant& Data, const String& Sep = u"/");
+    String Dat2Str(Date Dat_);
+    String Dat2ANSI(Date Dat_);
+    String Dat2ANSIFull(Date Dat_);
+    Date ToDate(const String& cData, Date Defau = Date{0});
+
+    // --- Calendar arithmetic (dates/calendar.cpp)
+    String IniMese(const Variant& Data);
+    String FinMese(const Variant& Data);
+    String IniAnno(const Variant& Data);
+    String FinAnno(const Variant& Data);
+    Boolean IsFineMese(const Variant& Giorno);
+    Boolean Is_FineMese(Ref<Date> Gior = Date{0});
+    Boolean Is_IniMese(Ref<Date> Gior = Date{0});
+    Integer GiorniAFineMese(Date Oggi);
+    String AddMesi(const Variant& Data, Integer N_Mesi);
+    Long ContaMesi(Date Dat_Ini, Date Dat_Fin);
+    Long Dat_Diff(const String& Dat_Prima, const String& Dat_Dopo);
+    Integer DOW(const Variant& Data);
+    String Date2Lun(const Variant& Data);
+    String Date2Dom(const Variant& Data);
+
+    // --- Times of day (dates/times.cpp)
+    String Min2hh(Ref<Long> tt, Integer Lun = 0);
+    Long Hh2Min(Date Hh, Integer Lun = 0);
+    Long Hh2Sec(const String& P_Hh);
+
+    // --- Month and weekday names, printed headers (dates/names.cpp)
+    String Num2Mes(Integer NuMes);
+    Integer Mese2Num(const String& p_Mese);
+    String Date2WikDay(const Variant& v_Data);
+    String HeadPrtDate(const String& Hed, Long NPage);
+
+    // --- Field access (delimited/fields.cpp)
+    String GetPipeStr(const String& T_Row, Integer Pos, const String& Sep = u"|", Boolean Trimmed = false);
+    Double GetPipeNumber(const String& T_Row, Integer Pos, const String& Sep = u"|");
+    Long PipeBegin(const String& T_Row, Integer Pos, const String& Sep = u"|");
+    Long PipeEnd(const String& T_Row, Integer Pos, const String& Sep = u"|");
+    Variant PipeDove(const String& S_Base, Integer N_Pos, const String& Sep = u"|");
+    Long PipeCount(const String& S_Base, const String& Sep = u"|");
+    Long PipeQuale(const String& S_Base, const String& S_Cerca, const String& Sep = u"|", Boolean B_Trim = false);
+    Long PipeInStrPos(const String& S_Base, const String& S_Cerca, const String& Sep = u"|", Long InStart = 1);
+
+    // --- Field editing (delimited/editing.cpp)
+    String PutPipeStr(const String& Row, Integer Pos, const String& NewStr, const String& Sep = u"|");
+    String SostPipeStr(const String& Row, Ref<Integer> Pos, const String& NewStr, const String& Sep = u"|");
+    String PipeSost(const String& T_Row, Integer Pos, const String& NewStr, const String& Sep = u"|",
+                    Boolean NoChangeWidth = false);
+
+    // --- Codice fiscale (codes/codice_fiscale.cpp)
+    String Get_CheckCF(const String& T_Cf);
+    EnCF_Result Is_CFTest(const String& T_Cf);
+    Boolean Is_CodFisc(const String& S_CF, Boolean StrongAlfa = false);
+    Boolean Is_CFAlfa(const String& T_Cf);
+
+    // --- Partita IVA (codes/partita_iva.cpp)
+    String Get_CheckPI(const String& T_PI);
+    EnPI_Result Is_PITest(const String& T_PI);
+
+    // --- EAN and Code32 check digits (codes/barcodes.cpp)
+    Integer BCheck_EAN(const String& BCode, En_EANType BType = EanT_Ean8);
+    Integer BCheck_Code32(const String& BCode, En_EANType BType = EanT_Ean8);
+
+private:
+    friend struct ClKivPrivate;  // lets the unit tests reach the private operations
+
+    // Drops every NUL and the character after it (used by GetWindowsVer).
+    String StripNuls(const Variant& Text);
+    // Completes and normalises a typed date, rewriting X (used by Date20).
+    String NormalizeDateText(Ref<Variant> X);
+
+    std::array<String, 17> nibbles_;
+};
+
+}  // namespace kiv

@@ -1,0 +1,35 @@
+// The implicit conversions the operations rely on: a Variant to text, to a
+// number, to a Date, and the comparison of Variants.
+#pragma once
+
+#include "frame/value.hpp"
+
+namespace kiv {
+
+// Text of a number under the locale: "12,5", "0,5", "-0,25", "1E+16".
+String NumberText(Double value);
+String NumberText(Single value);
+
+// CStr: Empty is "", Null is Invalid use of Null, numbers under the locale,
+// Booleans "True"/"False", Dates their default text.
+String ToText(const Variant& value);
+// The text of `value & ""`: like ToText, but Null gives "".
+String JoinText(const Variant& value);
+
+Double ToDouble(const Variant& value);  // ToDoubleLocale
+Single ToSingle(const Variant& value);
+Integer ToInteger(const Variant& value);  // rounded half to even, Overflow out of range
+Long ToLong(const Variant& value);
+Byte ToByte(const Variant& value);
+Currency ToCurrency(const Variant& value);
+Boolean ToBoolean(const Variant& value);
+Date ToDate(const Variant& value);  // ToDateLocale
+Object ToObject(const Variant& value);  // Type mismatch unless an object or Nothing
+
+// Comparison of two values: numbers numerically, texts as texts (code unit
+// by code unit), a number against numeric text numerically, a number below
+// any other text. Null on either side gives Null.
+enum class Order { Less, Equal, Greater, Null };
+Order CompareValues(const Variant& a, const Variant& b);
+
+}  // namespace kiv

@@ -1,0 +1,239 @@
+// The dispatch table: every member of Cl_KIV described once (name,
+// parameters with type, passing, optional and default, result, member id,
+// a line of help) and callable late-bound by name with Variant arguments.
+// The kiv driver and any automation front end call through it.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <stdexcept>
+#include <type_traits>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "frame/cl_kiv.hpp"
+#include "frame/convert.hpp"
+#include "frame/errors.hpp"
+
+namespace kiv {
+
+enum class Passing { ByValue, ByRef };
+
+struct ParamSpec {
+    std::string name;
+    Passing passing = Passing::ByValue;
+    bool optional = false;
+    bool hasDefault = false;
+    Variant defaultValue;     // what an omitted argument becomes
+    VarType type = VarType::Variant;
+    std::string typeName;     // "Integer", "EnCF_Result", "String()", ...
+};
+
+struct Member;
+using Invoker = Variant (*)(Cl_KIV& object, const Member& member, std::span<Variant* const> args);
+
+enum class MemberKind { Method, Property };
+
+struct Member {
+    std::string name;
+    MemberKind kind = MemberKind::Method;
+    std::vector<ParamSpec> params;
+    std::string resultType;  // empty for a Sub
+    VarType result = VarType::Empty;
+    std::int32_t id = 0;     // stable member id (DISPID)
+    std::string help;
+    Invoker call = nullptr;
+    Object Cl_KIV::*slot = nullptr;  // properties
+};
+
+// The whole interface, in the interface's member order.
+const std::vector<Member>& InterfaceMembers();
+// Case-blind lookup; nullptr when there is no such member.
+const Member* FindMember(std::string_view name);
+// The late-bound call: binds positional and named arguments, supplies
+// defaults and the missing marker, coerces, calls, writes by-reference
+// results back where the operation changed them.
+Variant Invoke(Cl_KIV& object, const Member& member, InvokeKind kind, Arguments& args);
+// Stable member id: derived from the name, so adding members never moves others.
+std::int32_t MemberId(std::string_view name);
+// "FmtNum(ByVal N As Variant, ...) As String"
+std::string Signature(const Member& member);
+
+// ---- how a row of the table is built from a member function ----
+
+namespace dispatch_detail {
+
+template <class T> struct TypeOf;
+#define KIV_TYPE(T, VT, NAME) \
+    template <> struct TypeOf<T> { static constexpr VarType type = VarType::VT; static constexpr const char* name = NAME; };
+KIV_TYPE(Variant, Variant, "Variant")
+KIV_TYPE(String, String, "String")
+KIV_TYPE(Integer, Integer, "Integer")
+KIV_TYPE(Long, Long, "Long")
+KIV_TYPE(Single, Single, "Single")
+KIV_TYPE(Double, Double, "Double")
+KIV_TYPE(Currency, Currency, "Currency")
+KIV_TYPE(Date, Date, "Date")
+KIV_TYPE(Boolean, Boolean, "Boolean")
+KIV_TYPE(Byte, Byte, "Byte")
+KIV_TYPE(Object, Object, "Object")
+KIV_TYPE(VariantArray, Array, "Variant()")
+KIV_TYPE(StringArray, Array, "String()")
+KIV_TYPE(En_SysDir, Long, "En_SysDir")
+KIV_TYPE(EnCF_Result, Long, "EnCF_Result")
+KIV_TYPE(EnPI_Result, Long, "EnPI_Result")
+KIV_TYPE(En_EANType, Long, "En_EANType")
+KIV_TYPE(ZRReg_Enum, Long, "ZRReg_Enum")
+#undef KIV_TYPE
+
+// The value a parameter of C++ type P is held in during the call.
+template <class P> struct Slot { using type = std::remove_cvref_t<P>; static constexpr bool writes = false; };
+template <class T> struct Slot<Ref<T>> { using type = T; static constexpr bool writes = true; };
+
+template <class T> T FromArgument(const Variant& v) {
+    if constexpr (std::is_same_v<T, Variant>) return v;
+    else {
+        // The interface layer refuses Null for every typed parameter.
+        if (v.isNull() || v.isError()) raise(kTypeMismatch);
+        if constexpr (std::is_same_v<T, String>) return ToText(v);
+        else if constexpr (std::is_same_v<T, Integer>) return ToInteger(v);
+        else if constexpr (std::is_same_v<T, Long>) return ToLong(v);
+        else if constexpr (std::is_same_v<T, Single>) return ToSingle(v);
+        else if constexpr (std::is_same_v<T, Double>) return ToDouble(v);
+        else if constexpr (std::is_same_v<T, Currency>) return ToCurrency(v);
+        else if constexpr (std::is_same_v<T, Date>) return ToDate(v);
+        else if constexpr (std::is_same_v<T, Boolean>) return ToBoolean(v);
+        else if constexpr (std::is_same_v<T, Byte>) return ToByte(v);
+        else if constexpr (std::is_same_v<T, Object>) return ToObject(v);
+        else if constexpr (std::is_enum_v<T>) return static_cast<T>(ToLong(v));
+        else {
+            const Array* a = v.array();
+            if (a == nullptr || a->element() != T::kElement) raise(kTypeMismatch);
+            return T(*a);
+        }
+    }
+}
+
+template <class T> Variant ToResult(T value) {
+    if constexpr (std::is_enum_v<T>) return Variant(static_cast<Long>(value));
+    else if constexpr (std::is_base_of_v<Array, T>) return Variant(static_cast<Array>(std::move(value)));
+    else return Variant(std::move(value));
+}
+
+inline const Variant& ArgumentOrDefault(const ParamSpec& p, Variant* arg) {
+    if (arg != nullptr && !arg->isMissing()) return *arg;
+    if (!p.optional) raise(kArgumentNotOptional);
+    return p.defaultValue;
+}
+
+template <auto Fn> struct Invoke;
+template <class R, class... P, R (Cl_KIV::*Fn)(P...)>
+struct Invoke<Fn> {
+    static constexpr std::size_t arity = sizeof...(P);
+    using Result = R;
+
+    static Variant call(Cl_KIV& object, const Member& member, std::span<Variant* const> args) {
+        return callWith(object, member, args, std::index_sequence_for<P...>{});
+    }
+
+    template <std::size_t... I>
+    static Variant callWith(Cl_KIV& object, const Member& member, std::span<Variant* const> args,
+                            std::index_sequence<I...>) {
+        std::tuple<typename Slot<P>::type...> slots{
+            FromArgument<typename Slot<P>::type>(ArgumentOrDefault(member.params[I], args[I]))...};
+        // Copies of what the writable parameters held before the call.
+        std::tuple<std::conditional_t<Slot<P>::writes, typename Slot<P>::type, std::monostate>...> before{
+            keepIfWritable<P>(std::get<I>(slots))...};
+        auto writeBack = [&] { (writeBackOne<P>(std::get<I>(slots), std::get<I>(before), args[I]), ...); };
+        try {
+            if constexpr (std::is_void_v<R>) {
+                (object.*Fn)(std::get<I>(slots)...);
+                writeBack();
+                return Variant();
+            } else {
+                Variant result = ToResult<R>((object.*Fn)(std::get<I>(slots)...));
+                writeBack();
+                return result;
+            }
+        } catch (...) {
+            // What the operation had already written stays written.
+            writeBack();
+            throw;
+        }
+    }
+
+    template <class Q, class S> static auto keepIfWritable(const S& slot) {
+        if constexpr (Slot<Q>::writes) return slot;
+        else return std::monostate{};
+    }
+
+    template <class Q, class S, class B> static void writeBackOne(const S& after, const B& before, Variant* arg) {
+        if constexpr (Slot<Q>::writes) {
+            if (arg != nullptr && !arg->isMissing() && !(after == before)) *arg = ToResult<S>(after);
+        }
+    }
+
+    template <std::size_t I> using ParamSlot = typename Slot<std::tuple_element_t<I, std::tuple<P...>>>::type;
+    template <std::size_t I> static constexpr bool writes = Slot<std::tuple_element_t<I, std::tuple<P...>>>::writes;
+};
+
+}  // namespace dispatch_detail
+
+// A parameter as published: by value or by reference, optional with a
+// default, or optional without one (the missing marker for a Variant, the
+// type's zero otherwise).
+struct Param {
+    const char* name;
+    Passing passing;
+    bool optional = false;
+    bool hasDefault = false;
+    Variant defaultValue;
+};
+inline Param ByVal(const char* name) { return {name, Passing::ByValue, false, false, Variant()}; }
+inline Param ByRef(const char* name) { return {name, Passing::ByRef, false, false, Variant()}; }
+inline Param OptVal(const char* name, Variant d) { return {name, Passing::ByValue, true, true, std::move(d)}; }
+inline Param OptRef(const char* name, Variant d) { return {name, Passing::ByRef, true, true, std::move(d)}; }
+inline Param OptRef(const char* name) { return {name, Passing::ByRef, true, false, Variant::missing()}; }
+
+template <auto Fn, class... Ps>
+Member Method(const char* name, const char* help, Ps... params) {
+    using I = dispatch_detail::Invoke<Fn>;
+    static_assert(sizeof...(Ps) == I::arity, "the published parameters must match the member's signature");
+    Param given[] = {Param(std::move(params))..., ByVal("")};
+    Member m;
+    m.name = name;
+    m.help = help;
+    m.id = MemberId(name);
+    m.call = &I::call;
+    [&]<std::size_t... K>(std::index_sequence<K...>) {
+        (([&] {
+             using S = typename I::template ParamSlot<K>;
+             const Param& p = given[K];
+             if (I::template writes<K> && p.passing != Passing::ByRef) throw std::logic_error("a parameter the member changes must be published by reference");
+             ParamSpec spec;
+             spec.name = p.name;
+             spec.passing = p.passing;
+             spec.optional = p.optional;
+             spec.hasDefault = p.hasDefault;
+             spec.type = dispatch_detail::TypeOf<S>::type;
+             spec.typeName = dispatch_detail::TypeOf<S>::name;
+             if (p.hasDefault) spec.defaultValue = p.defaultValue;
+             else if constexpr (std::is_same_v<S, Variant>) spec.defaultValue = Variant::missing();
+             else if constexpr (std::is_default_constructible_v<S>) spec.defaultValue = dispatch_detail::ToResult<S>(S{});
+             m.params.push_back(std::move(spec));
+         }()),
+         ...);
+    }(std::make_index_sequence<sizeof...(Ps)>{});
+    using R = typename I::Result;
+    if constexpr (!std::is_void_v<R>) {
+        m.result = dispatch_detail::TypeOf<R>::type;
+        m.resultType = dispatch_detail::TypeOf<R>::name;
+    }
+    return m;
+}
+
+}  // namespace kiv

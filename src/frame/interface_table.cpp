@@ -1,0 +1,257 @@
+// The interface of Cl_KIV as automation clients see it, in member order.
+#include "frame/dispatch.hpp"
+
+namespace kiv {
+namespace {
+
+using C = Cl_KIV;
+
+Member Property(const char* name, Object Cl_KIV::*slot, const char* help) {
+    Member m;
+    m.name = name;
+    m.kind = MemberKind::Property;
+    m.slot = slot;
+    m.help = help;
+    m.id = MemberId(name);
+    m.result = VarType::Object;
+    m.resultType = "Object";
+    return m;
+}
+
+const Variant kNoText = Variant(u"");
+const Variant kPipe = Variant(u"|");
+const Variant kFalse = Variant(false);
+Variant I(int v) { return Variant(static_cast<Integer>(v)); }
+Variant L(int v) { return Variant(static_cast<Long>(v)); }
+Variant D(double v) { return Variant(v); }
+
+std::vector<Member> BuildTable() {
+    return {
+        // The component object
+        Property("DlK_TimMask", &C::DlK_TimMask, "Object slot for the host's time-mask control."),
+        Property("DlK_DatMask", &C::DlK_DatMask, "Object slot for the host's date-mask control."),
+
+        // Padding and alignment
+        Method<&C::AllineaDxSpazi>("AllineaDxSpazi", "Right-aligns fill with blanks in the width of Record, in place.",
+                                   ByRef("Record"), ByRef("fill")),
+        Method<&C::AllineaDxZeri>("AllineaDxZeri", "Right-aligns fill with zeros in LenCod characters.",
+                                  ByRef("LenCod"), ByRef("fill")),
+        Method<&C::AllineaSinZeri>("AllineaSinZeri", "Appends Pos zeros to stringa, in place.", ByRef("stringa"),
+                                   ByRef("Pos")),
+        Method<&C::PoniADes>("PoniADes", "Right-aligns the trimmed text in N characters, cutting its beginning.",
+                             ByRef("S"), ByRef("N")),
+        Method<&C::PoniASin>("PoniASin", "Left-aligns the trimmed text in N characters, cutting its end.",
+                             ByRef("S"), ByRef("N")),
+        Method<&C::Allunga>("Allunga", "Lengthens S to B characters with copies of C; never cuts.", ByVal("S"),
+                            ByRef("B"), OptRef("C", Variant(u" "))),
+        Method<&C::MettiADes>("MettiADes", "Right-aligns S in N characters with an optional filler; S becomes text.",
+                              ByRef("S"), ByRef("N"), OptRef("Filler", kNoText)),
+        Method<&C::MettiASin>("MettiASin", "Left-aligns S in N characters with an optional filler; S becomes text.",
+                              ByRef("S"), ByRef("N"), OptRef("Filler", kNoText)),
+        Method<&C::MettiInCentro>("MettiInCentro", "Centres S in N characters; a longer text is returned whole.",
+                                  ByRef("S"), ByRef("N"), OptRef("Filler", kNoText), OptRef("NoTrim", kFalse)),
+        Method<&C::Cntr>("Cntr", "Centres S in N characters (MettiInCentro without filler).", ByRef("S"), ByRef("N")),
+        Method<&C::Repl>("Repl", "Repeats Frase Volte times.", ByVal("Volte"), ByVal("Frase")),
+        Method<&C::StrInsert>("StrInsert", "Overwrites S_Long from C_Pos with S_Short, keeping its length.",
+                              ByRef("S_Long"), ByRef("S_Short"), ByRef("C_Pos"), OptRef("B_Trim", kFalse)),
+        Method<&C::STR_Trunc>("STR_Trunc", "Cuts NCharToCut characters off the end of S.", ByRef("S"),
+                              ByRef("NCharToCut")),
+
+        // Character substitution and cleaning
+        Method<&C::SostChar>("SostChar", "Replaces each character of C1 (case-blind) by the one at its place in C2.",
+                             ByRef("S"), ByRef("C1"), ByRef("C2")),
+        Method<&C::SostWord>("SostWord", "Replaces occurrences of Str_Find by Str_Repl from StartOccur, at most MaxOccur.",
+                             ByRef("Str_0"), ByRef("Str_Find"), ByRef("Str_Repl"), OptVal("StartOccur", I(1)),
+                             OptRef("MaxOccur", I(0))),
+        Method<&C::SostLoChar>("SostLoChar", "Replaces control characters (in effect only code 31) by Nuovo.",
+                               ByRef("S"), OptRef("Nuovo", Variant(u"."))),
+        Method<&C::SostHiChar>("SostHiChar", "Replaces high characters (in effect only code 255) by Nuovo.",
+                               ByRef("S"), OptRef("Nuovo", Variant(u"."))),
+        Method<&C::Apo_No>("Apo_No", "Turns every apostrophe into a backquote.", ByVal("S")),
+        Method<&C::Apo_Yes>("Apo_Yes", "Turns every backquote back into an apostrophe.", ByVal("S")),
+        Method<&C::Apo_Fix>("Apo_Fix", "Doubles every apostrophe (NON Usare !!!).", ByVal("S")),
+        Method<&C::Apo_Dup>("Apo_Dup", "Doubles apostrophes for quoted statements.", ByRef("S")),
+        Method<&C::NoChar>("NoChar", "Removes every occurrence of the character Caz.", ByVal("S"), ByRef("Caz")),
+        Method<&C::NoPunt>("NoPunt", "Removes every point.", ByVal("S")),
+        Method<&C::NoTrail>("NoTrail", "Trims a (in place) and cuts it at its first NUL.", ByRef("a")),
+        Method<&C::CompSpac>("CompSpac", "Trims and compresses runs of blanks to one.", ByRef("a")),
+        Method<&C::FixAmper>("FixAmper", "Doubles every ampersand for captions.", ByRef("Si")),
+        Method<&C::Capital>("Capital", "First character in capitals, the rest in small letters.", ByRef("S"),
+                            OptRef("SingleWords", kFalse)),
+        Method<&C::UpAscii>("UpAscii", "Code of a small letter a-z lowered by 32.", ByVal("a")),
+        Method<&C::LoAscii>("LoAscii", "Code 65 raised to 97; every other code unchanged.", ByVal("a")),
+        Method<&C::SoloCifre>("SoloCifre", "The digits of a text.", ByRef("T_Str")),
+        Method<&C::Lettere>("Lettere", "26 places showing which letters a text uses.", ByRef("S_0")),
+        Method<&C::Numeri>("Numeri", "10 places showing which digits a text uses.", ByRef("S_0")),
+        Method<&C::LastWord>("LastWord", "The last blank-separated word of a text.", ByRef("Lin")),
+        Method<&C::InvStr>("InvStr", "The text read from right to left.", ByRef("S")),
+
+        // Words, justification and row splitting
+        Method<&C::ParseWord>("ParseWord", "Splits a text into words and their positions; returns the count.",
+                              ByRef("S0"), ByRef("Wd"), ByRef("Pos")),
+        Method<&C::AddSpace>("AddSpace", "Spreads Spac blanks over the gaps between words.", ByRef("S0"),
+                             ByRef("Spac")),
+        Method<&C::AddStop>("AddStop", "Trims a text and ends it with a point.", ByRef("S0")),
+        Method<&C::Giustif>("Giustif", "Justifies a line to Wide0 characters.", ByRef("S0"), ByRef("Wide0"),
+                            OptRef("AlsoStop", kFalse)),
+        Method<&C::SplitRows>("SplitRows", "Cuts a long text into rows of at most R_Long characters.",
+                              ByRef("S_Long"), ByRef("S_Rows"), ByRef("R_Long"), ByRef("N_Rows"),
+                              OptRef("ConserveWord", kFalse)),
+
+        // Number formatting
+        Method<&C::FmtNum>("FmtNum", "Formats a number right-aligned in Lun characters with Dec decimals.",
+                           ByVal("N"), ByVal("Lun"), OptVal("Dec", I(0)), OptRef("Fl_Mig", kFalse),
+                           OptRef("Fill_Num", kNoText), OptRef("MaxEndingZeros", I(-1))),
+        Method<&C::FmtNumOld>("FmtNumOld", "The previous number formatter, kept for old callers.", ByVal("N"),
+                              ByVal("Lun"), OptRef("Dec", I(0)), OptRef("Fl_Mig", kFalse), OptRef("Fill_Num", kNoText)),
+        Method<&C::NoVirg>("NoVirg", "An amount in Lun characters without the decimal comma.", ByVal("N"),
+                           ByVal("Lun"), ByVal("Dec")),
+        Method<&C::FmtTag>("FmtTag", "Formats a numeric text by a format tag such as \"N2\".", ByRef("Txt"),
+                           ByRef("Lun"), ByRef("Tag"), OptRef("Trimmed", kFalse)),
+        Method<&C::FmtZero>("FmtZero", "The zero of a format tag (\"N2\" gives \"0,00\").", ByRef("T_Tag")),
+        Method<&C::Perc2Str>("Perc2Str", "A percentage drawn as a bar of LStr characters.", ByRef("Perc"),
+                             OptRef("LStr", I(10)), OptRef("SStr", Variant(u"*."))),
+
+        // Number parsing and small numeric helpers
+        Method<&C::Str2Num>("Str2Num", "Text to number; a point makes it the decimal point.", ByRef("S")),
+        Method<&C::ToNumber>("ToNumber", "Text to number from its longest numeric prefix; never fails.", ByRef("S")),
+        Method<&C::Space2Dbl>("Space2Dbl", "Text to number; the empty text is 0.", ByRef("Txt")),
+        Method<&C::Blank20>("Blank20", "Text to number; the empty text is 0.", ByRef("S")),
+        Method<&C::InvPunt>("InvPunt", "Swaps decimal and grouping punctuation.", ByRef("N")),
+        Method<&C::ToBoolean>("ToBoolean", "A number or a word such as \"SI\" or \"VERO\" as a Boolean.", ByRef("T_Val")),
+        Method<&C::Ceil>("Ceil", "The smallest whole number not below N.", ByRef("N")),
+        Method<&C::UnCeil>("UnCeil", "One below the floor for a fractional N.", ByRef("N")),
+        Method<&C::Min>("Min", "The smaller of two values as a Double.", ByRef("a"), ByRef("B")),
+        Method<&C::Minim>("Minim", "The smaller of two values, keeping its type.", ByRef("a"), ByRef("B")),
+        Method<&C::Maxim>("Maxim", "The greater of two values, keeping its type.", ByRef("a"), ByRef("B")),
+        Method<&C::Incr>("Incr", "Adds QtaIncr to NumVar, in place.", ByRef("NumVar"), OptRef("QtaIncr", D(1.0))),
+        Method<&C::Decr>("Decr", "Subtracts QtaDecr from NumVar, in place.", ByRef("NumVar"), OptRef("QtaDecr", D(1.0))),
+        Method<&C::Log10>("Log10", "Logarithm to the base 10.", ByRef("X")),
+
+        // Rounding, discounts and VAT
+        Method<&C::Arrot>("Arrot", "Rounds to the nearest multiple of Approx; a half goes down.", ByRef("Num"),
+                          OptRef("Approx", D(1.0))),
+        Method<&C::Arrot_Ecc>("Arrot_Ecc", "Rounds up to a multiple of Approx.", ByRef("Num"), OptRef("Approx", D(1.0))),
+        Method<&C::Arrot_Dif>("Arrot_Dif", "Rounds down to a multiple of Approx.", ByRef("Num"), OptRef("Approx", D(1.0))),
+        Method<&C::Arrot_Fis>("Arrot_Fis", "Rounds to the nearest multiple of Approx; a half goes up.", ByRef("Num"),
+                              OptRef("Approx", D(1.0))),
+        Method<&C::PrzScontato>("PrzScontato", "A price after two cascaded discounts in percent.", ByRef("Prz"),
+                                OptRef("Sc1", D(0.0)), OptRef("Sc2", D(0.0))),
+        Method<&C::ScorpIVA>("ScorpIVA", "The net amount out of a VAT-inclusive amount.", ByRef("Impo"), ByRef("Perc"),
+                             OptRef("ArroDec", I(2))),
+        Method<&C::EstraiIVA>("EstraiIVA", "The VAT contained in a gross amount.", ByRef("Tot"), ByRef("Perc"),
+                              OptRef("ArroDec", I(2))),
+        Method<&C::CalcIVA>("CalcIVA", "The VAT on a net amount, halves up.", ByRef("Impo"), ByRef("Perc"),
+                            OptRef("ArroDec", I(2))),
+
+        // Date masks and conversions
+        Method<&C::FormattaData>("FormattaData", "A compact date yyyymmdd as a masked date dd/mm/yyyy.", ByVal("sData")),
+        Method<&C::FmtData>("FmtData", "Day, month and year as a masked date.", ByVal("dd"), ByVal("mm"), ByVal("yy")),
+        Method<&C::Cal2Dat>("Cal2Dat", "Day, month and year as a masked date, by slots.", ByVal("d"), ByVal("M"),
+                            ByVal("Y")),
+        Method<&C::Date2Mask>("Date2Mask", "A Date, compact Long or text as a masked date.", ByRef("Data")),
+        Method<&C::Date20>("Date20", "The serial of a masked date; normalises the caller's text.", ByRef("S")),
+        Method<&C::Zero2Date>("Zero2Date", "A date from 1900 on as dd/mm/yyyy, else the empty mask.", ByRef("Zz")),
+        Method<&C::Zero2DateBl>("Zero2DateBl", "As Zero2Date, but blanks instead of the empty mask.", ByRef("Zz")),
+        Method<&C::Msk2Date>("Msk2Date", "A compact date text as a Long.", ByVal("Msk")),
+        Method<&C::Msk2Dat>("Msk2Dat", "A masked date as the compact Long yyyymmdd.", ByVal("Msk")),
+        Method<&C::Msk2Str>("Msk2Str", "A masked date as the compact text yyyymmdd.", ByVal("Msk")),
+        Method<&C::Msk2VarDate>("Msk2VarDate", "A typed date, however incomplete, as a Date.", ByVal("Msk_0")),
+        Method<&C::Msk2Day>("Msk2Day", "The day of a masked date.", ByVal("Msk")),
+        Method<&C::Msk2Mon>("Msk2Mon", "The month of a masked date.", ByVal("Msk")),
+        Method<&C::Msk2Yea>("Msk2Yea", "The year of a masked date.", ByVal("Msk")),
+        Method<&C::GbDate>("GbDate", "Swaps day and month of a masked date.", ByVal("sData")),
+        Method<&C::Date2Sort>("Date2Sort", "A ten-character date text rearranged as year, month, day.", ByRef("Data"),
+                              OptRef("Sep", Variant(u"/"))),
+        Method<&C::Dat2Str>("Dat2Str", "A Date as the compact text yyyymmdd.", ByRef("Dat_")),
+        Method<&C::Dat2ANSI>("Dat2ANSI", "A Date as \"yyyy-mm-dd 00:00:00\".", ByRef("Dat_")),
+        Method<&C::Dat2ANSIFull>("Dat2ANSIFull", "A Date as the timestamp literal {ts '...'}.", ByRef("Dat_")),
+        Method<&C::ToDate>("ToDate", "A date text as a Date, or Defau when it is no date.", ByRef("cData"),
+                           OptRef("Defau", Variant(Date{0}))),
+
+        // Calendar arithmetic
+        Method<&C::IniMese>("IniMese", "The first day of the month.", ByRef("Data")),
+        Method<&C::FinMese>("FinMese", "The last day of the month.", ByRef("Data")),
+        Method<&C::IniAnno>("IniAnno", "The first day of the year.", ByRef("Data")),
+        Method<&C::FinAnno>("FinAnno", "The last day of the year.", ByRef("Data")),
+        Method<&C::IsFineMese>("IsFineMese", "Whether a date is the last day of its month.", ByRef("Giorno")),
+        Method<&C::Is_FineMese>("Is_FineMese", "Whether a Date is the last day of its month (today when zero).",
+                                OptRef("Gior", Variant(Date{0}))),
+        Method<&C::Is_IniMese>("Is_IniMese", "Whether a Date is the first day of its month (today when zero).",
+                               OptRef("Gior", Variant(Date{0}))),
+        Method<&C::GiorniAFineMese>("GiorniAFineMese", "Days left to the end of the month.", ByRef("Oggi")),
+        Method<&C::AddMesi>("AddMesi", "Adds whole months, clamping the day to the target month.", ByRef("Data"),
+                            ByRef("N_Mesi")),
+        Method<&C::ContaMesi>("ContaMesi", "Calendar months touched by a period, both ends included.",
+                              ByRef("Dat_Ini"), ByRef("Dat_Fin")),
+        Method<&C::Dat_Diff>("Dat_Diff", "Days from one date text to another.", ByRef("Dat_Prima"), ByRef("Dat_Dopo")),
+        Method<&C::DOW>("DOW", "Weekday 0 = Sunday to 6 = Saturday, -1 for no date.", ByRef("Data")),
+        Method<&C::Date2Lun>("Date2Lun", "The Monday on or before a date.", ByRef("Data")),
+        Method<&C::Date2Dom>("Date2Dom", "The Sunday on or after a date.", ByRef("Data")),
+
+        // Times of day
+        Method<&C::Min2hh>("Min2hh", "Minutes as a clock text h:mm; tt becomes its magnitude.", ByRef("tt"),
+                           OptRef("Lun", I(0))),
+        Method<&C::Hh2Min>("Hh2Min", "The minutes of a time of day.", ByRef("Hh"), OptRef("Lun", I(0))),
+        Method<&C::Hh2Sec>("Hh2Sec", "The seconds of a clock text.", ByRef("P_Hh")),
+
+        // Month and weekday names, printed headers
+        Method<&C::Num2Mes>("Num2Mes", "The Italian name of a month or payroll period.", ByRef("NuMes")),
+        Method<&C::Mese2Num>("Mese2Num", "The number of a month named in Italian or English.", ByRef("p_Mese")),
+        Method<&C::Date2WikDay>("Date2WikDay", "The Italian weekday name of a date or weekday number.",
+                                ByRef("v_Data")),
+        Method<&C::HeadPrtDate>("HeadPrtDate", "Stamps a header line with date, time and page number.", ByVal("Hed"),
+                                ByVal("NPage")),
+
+        // Field access
+        Method<&C::GetPipeStr>("GetPipeStr", "Field Pos of a delimited string.", ByRef("T_Row"), ByRef("Pos"),
+                               OptRef("Sep", kPipe), OptRef("Trimmed", kFalse)),
+        Method<&C::GetPipeNumber>("GetPipeNumber", "Field Pos of a delimited string as a number.", ByRef("T_Row"),
+                                  ByRef("Pos"), OptRef("Sep", kPipe)),
+        Method<&C::PipeBegin>("PipeBegin", "Where field Pos begins.", ByRef("T_Row"), ByRef("Pos"), OptRef("Sep", kPipe)),
+        Method<&C::PipeEnd>("PipeEnd", "Where the separator ending field Pos stands.", ByRef("T_Row"), ByRef("Pos"),
+                            OptRef("Sep", kPipe)),
+        Method<&C::PipeDove>("PipeDove", "Where field N_Pos begins, or 0 when it does not exist.", ByVal("S_Base"),
+                             ByRef("N_Pos"), OptRef("Sep", kPipe)),
+        Method<&C::PipeCount>("PipeCount", "The number of fields.", ByVal("S_Base"), OptRef("Sep", kPipe)),
+        Method<&C::PipeQuale>("PipeQuale", "The number of the first field equal to S_Cerca, or 0.", ByVal("S_Base"),
+                              ByRef("S_Cerca"), OptRef("Sep", kPipe), OptRef("B_Trim", kFalse)),
+        Method<&C::PipeInStrPos>("PipeInStrPos", "The number of the field containing S_Cerca, or 0.", ByVal("S_Base"),
+                                 ByRef("S_Cerca"), OptRef("Sep", kPipe), OptRef("InStart", L(1))),
+
+        // Field editing
+        Method<&C::PutPipeStr>("PutPipeStr", "Overwrites field Pos in place, keeping the record's length.",
+                               ByRef("Row"), ByRef("Pos"), ByRef("NewStr"), OptRef("Sep", kPipe)),
+        Method<&C::SostPipeStr>("SostPipeStr", "Replaces field Pos whole.", ByRef("Row"), ByRef("Pos"),
+                                ByRef("NewStr"), OptRef("Sep", kPipe)),
+        Method<&C::PipeSost>("PipeSost", "Replaces field Pos, optionally keeping its width and alignment.",
+                             ByRef("T_Row"), ByRef("Pos"), ByRef("NewStr"), OptRef("Sep", kPipe),
+                             OptRef("NoChangeWidth", kFalse)),
+
+        // Codice fiscale
+        Method<&C::Get_CheckCF>("Get_CheckCF", "The check character of a codice fiscale.", ByRef("T_Cf")),
+        Method<&C::Is_CFTest>("Is_CFTest", "Classifies a codice fiscale (EnCF_Result).", ByRef("T_Cf")),
+        Method<&C::Is_CodFisc>("Is_CodFisc", "Whether a text has the shape of a codice fiscale.", ByRef("S_CF"),
+                               OptRef("StrongAlfa", kFalse)),
+        Method<&C::Is_CFAlfa>("Is_CFAlfa", "Strict test of a personal codice fiscale.", ByRef("T_Cf")),
+
+        // Partita IVA
+        Method<&C::Get_CheckPI>("Get_CheckPI", "The check digit of a partita IVA.", ByRef("T_PI")),
+        Method<&C::Is_PITest>("Is_PITest", "Classifies a partita IVA (EnPI_Result).", ByRef("T_PI")),
+
+        // EAN and Code32 check digits
+        Method<&C::BCheck_EAN>("BCheck_EAN", "The EAN check digit, or -1 for an unusable code.", ByRef("BCode"),
+                               OptRef("BType")),
+        Method<&C::BCheck_Code32>("BCheck_Code32", "The Code32 check digit, or -1 for an unusable code.",
+                                  ByRef("BCode"), OptRef("BType")),
+    };
+}
+
+}  // namespace
+
+const std::vector<Member>& InterfaceMembers() {
+    static const std::vector<Member> table = BuildTable();
+    return table;
+}
+
+}  // namespace kiv

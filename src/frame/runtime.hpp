@@ -1,0 +1,73 @@
+// The runtime services every operation leans on, under their own names.
+// Pure functions under the locale of locale.hpp; the clock comes from the host.
+#pragma once
+
+#include "frame/value.hpp"
+
+namespace kiv {
+
+// Leading number of a text, "." as decimal point, "&H"/"&O" prefixes; never
+// fails on text without a number (0).
+Double ValPrefix(const String& text);
+
+// A number under the locale ("1.234,5"), a Boolean (-1/0), Empty (0), a Date
+// (its serial). Type mismatch for other text, Invalid use of Null for Null.
+Double ToDoubleLocale(const Variant& value);
+
+// Halves to the even neighbour, decided on the binary value (0.285 -> 0.28).
+// Negative decimals are an invalid argument.
+Double RoundHalfEven(Double value, int decimals = 0);
+// Keeps the type of its argument; Null gives Null.
+Variant RoundHalfEven(const Variant& value, int decimals = 0);
+// Rounding into the 16- and 32-bit types, Overflow outside their range.
+Integer RoundToInteger(Double value);
+Long RoundToLong(Double value);
+
+// Int and Fix: keep the argument's type; Null gives Null.
+Double IntFloor(Double value);
+Variant IntFloor(const Variant& value);
+Double IntTrunc(Double value);
+Variant IntTrunc(const Variant& value);
+
+// Invariant text of a number with a leading blank or "-": " 5", "-.5".
+String StrNum(const Variant& number);
+
+// Formats a number, a date or a text by one of the library's patterns.
+String FormatPattern(const Variant& value, const String& pattern);
+
+// Builds dates with carrying and the two-digit-year window; Invalid
+// procedure call outside the years 100 to 9999.
+Date DateFromParts(int year, int month, int day);
+Date TimeFromParts(int hours, int minutes, int seconds);
+
+Boolean IsNumericValue(const Variant& value);
+Boolean IsDateValue(const Variant& value);
+// Day-first text ("25/12/2006", "25-12-06", "25.12.2006 10:30"), a number as
+// a serial; Type mismatch for anything else.
+Date ToDateLocale(const Variant& value);
+
+// 1 = Sunday ... 7 = Saturday.
+Integer WeekdayOf(Date date);
+// Default text of a Date: "25/12/2006", "25/12/2006 8.05.09", "8.05.09".
+String DateText(Date date);
+
+// The host's clock.
+Date NowDateTime();
+Date TodayDate();
+
+// Parts of a date serial (the whole part is the day, the fraction counted
+// forward also for days before the epoch).
+struct DateParts {
+    int year, month, day, hour, minute, second;
+};
+DateParts SplitDate(Date date);
+
+// Letter case ignored by Unicode's simple case folding, never by the
+// machine's installed locales.
+char16_t FoldCase(char16_t c);
+int CaseBlindCompare(const String& a, const String& b);  // <0, 0, >0
+bool CaseBlindEqual(const String& a, const String& b);
+// 1-based position of `find` in `text` from `start`, 0 when absent.
+Long CaseBlindFind(const String& text, const String& find, Long start = 1);
+
+}  // namespace kiv

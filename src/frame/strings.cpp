@@ -1,0 +1,153 @@
+#include "frame/strings.hpp"
+
+#include <unicode/uchar.h>
+
+#include "frame/errors.hpp"
+
+namespace kiv {
+
+String Trim(const String& s) { return LTrim(RTrim(s)); }
+
+String LTrim(const String& s) {
+    std::size_t i = 0;
+    while (i < s.size() && s[i] == u' ') ++i;
+    return s.substr(i);
+}
+
+String RTrim(const String& s) {
+    std::size_t n = s.size();
+    while (n > 0 && s[n - 1] == u' ') --n;
+    return s.substr(0, n);
+}
+
+String Left(const String& s, Long n) {
+    if (n < 0) raise(kInvalidCall);
+    return s.substr(0, static_cast<std::size_t>(n));
+}
+
+String Right(const String& s, Long n) {
+    if (n < 0) raise(kInvalidCall);
+    const std::size_t k = static_cast<std::size_t>(n);
+    return k >= s.size() ? s : s.substr(s.size() - k);
+}
+
+String Mid(const String& s, Long start) {
+    if (start < 1) raise(kInvalidCall);
+    const std::size_t from = static_cast<std::size_t>(start) - 1;
+    return from >= s.size() ? String() : s.substr(from);
+}
+
+String Mid(const String& s, Long start, Long n) {
+    if (start < 1 || n < 0) raise(kInvalidCall);
+    const std::size_t from = static_cast<std::size_t>(start) - 1;
+    return from >= s.size() ? String() : s.substr(from, static_cast<std::size_t>(n));
+}
+
+String Space(Long n) { return StringOf(n, u' '); }
+
+String StringOf(Long n, char16_t c) {
+    if (n < 0) raise(kInvalidCall);
+    return String(static_cast<std::size_t>(n), c);
+}
+
+String UCase(const String& s) {
+    String out = s;
+    for (char16_t& c : out) c = static_cast<char16_t>(u_toupper(c));
+    return out;
+}
+
+String LCase(const String& s) {
+    String out = s;
+    for (char16_t& c : out) c = static_cast<char16_t>(u_tolower(c));
+    return out;
+}
+
+Integer Len16(const String& s) { return checkedInteger(static_cast<std::int64_t>(s.size())); }
+
+Long InStr(Long start, const String& text, const String& find) {
+    if (start < 1) raise(kInvalidCall);
+    const std::size_t from = static_cast<std::size_t>(start) - 1;
+    if (from > text.size()) return 0;
+    const std::size_t p = text.find(find, from);
+    return p == String::npos ? 0 : static_cast<Long>(p + 1);
+}
+
+Long InStr(const String& text, const String& find) { return InStr(1, text, find); }
+
+Long InStrRev(const String& text, const String& find) {
+    if (find.empty()) return static_cast<Long>(text.size());
+    const std::size_t p = text.rfind(find);
+    return p == String::npos ? 0 : static_cast<Long>(p + 1);
+}
+
+String ReplaceAll(const String& text, const String& find, const String& with) {
+    if (find.empty()) return text;
+    String out;
+    std::size_t from = 0;
+    for (std::size_t p; (p = text.find(find, from)) != String::npos; from = p + find.size())
+        out.append(text, from, p - from).append(with);
+    return out.append(text, from, String::npos);
+}
+
+String FromUtf8(std::string_view s) {
+    String out;
+    out.reserve(s.size());
+    for (std::size_t i = 0; i < s.size();) {
+        const unsigned char c = static_cast<unsigned char>(s[i]);
+        char32_t cp;
+        std::size_t len;
+        if (c < 0x80) { cp = c; len = 1; }
+        else if ((c >> 5) == 0x6) { cp = c & 0x1F; len = 2; }
+        else if ((c >> 4) == 0xE) { cp = c & 0x0F; len = 3; }
+        else if ((c >> 3) == 0x1E) { cp = c & 0x07; len = 4; }
+        else { out += u'\uFFFD'; ++i; continue; }
+        if (i + len > s.size()) { out += u'\uFFFD'; break; }
+        bool ok = true;
+        for (std::size_t k = 1; k < len; ++k) {
+            const unsigned char cc = static_cast<unsigned char>(s[i + k]);
+            if ((cc >> 6) != 0x2) { ok = false; break; }
+            cp = (cp << 6) | (cc & 0x3F);
+        }
+        if (!ok) { out += u'\uFFFD'; ++i; continue; }
+        i += len;
+        if (cp >= 0x10000) {
+            cp -= 0x10000;
+            out += static_cast<char16_t>(0xD800 + (cp >> 10));
+            out += static_cast<char16_t>(0xDC00 + (cp & 0x3FF));
+        } else {
+            out += static_cast<char16_t>(cp);
+        }
+    }
+    return out;
+}
+
+std::string ToUtf8(const String& s) {
+    std::string out;
+    out.reserve(s.size());
+    for (std::size_t i = 0; i < s.size(); ++i) {
+        char32_t cp = s[i];
+        if (cp >= 0xD800 && cp <= 0xDBFF && i + 1 < s.size() && s[i + 1] >= 0xDC00 && s[i + 1] <= 0xDFFF) {
+            cp = 0x10000 + ((cp - 0xD800) << 10) + (s[i + 1] - 0xDC00);
+            ++i;
+        } else if (cp >= 0xD800 && cp <= 0xDFFF) {
+            cp = 0xFFFD;
+        }
+        if (cp < 0x80) out += static_cast<char>(cp);
+        else if (cp < 0x800) {
+            out += static_cast<char>(0xC0 | (cp >> 6));
+            out += static_cast<char>(0x80 | (cp & 0x3F));
+        } else if (cp < 0x10000) {
+            out += static_cast<char>(0xE0 | (cp >> 12));
+            out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
+            out += static_cast<char>(0x80 | (cp & 0x3F));
+        } else {
+            out += static_cast<char>(0xF0 | (cp >> 18));
+            out += static_cast<char>(0x80 | ((cp >> 12) & 0x3F));
+            out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
+            out += static_cast<char>(0x80 | (cp & 0x3F));
+        }
+    }
+    return out;
+}
+
+}  // namespace kiv

@@ -1,0 +1,37 @@
+// The platform's own host (POSIX): the system clock, messages written to the
+// standard error stream, the terminal bell.
+#include <chrono>
+#include <cstdio>
+#include <ctime>
+
+#include "frame/host.hpp"
+#include "frame/runtime.hpp"
+#include "frame/strings.hpp"
+
+namespace kiv {
+namespace {
+
+class SystemHost final : public Host {
+public:
+    int messageBox(MsgIcon, const String& title, const String& text) override {
+        std::fprintf(stderr, "[%s] %s\n", ToUtf8(title).c_str(), ToUtf8(text).c_str());
+        return 1;
+    }
+    void beep() override { std::fputc('\a', stderr); }
+    Date now() override {
+        const auto tp = std::chrono::system_clock::now();
+        const std::time_t t = std::chrono::system_clock::to_time_t(tp);
+        std::tm local{};
+        localtime_r(&t, &local);
+        const Date day = DateFromParts(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday);
+        const Date time = TimeFromParts(local.tm_hour, local.tm_min, local.tm_sec);
+        return Date{day.serial + time.serial};
+    }
+    String applicationName() override { return u"kiv"; }
+};
+
+}  // namespace
+
+std::shared_ptr<Host> makeSystemHost() { return std::make_shared<SystemHost>(); }
+
+}  // namespace kiv

@@ -1,0 +1,2 @@
+// Placeholder until the driver is written.
+int main() { return 0; }
