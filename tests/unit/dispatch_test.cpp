@@ -1,5 +1,8 @@
+// The late-bound calling contract: coercion, defaults, the missing marker,
+// by-reference write-back and its absence, errors.
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <set>
 
 #include "frame/dispatch.hpp"
@@ -7,12 +10,171 @@
 namespace kiv {
 namespace {
 
-TEST(InterfaceTable, NamesAndIdsAreUnique) {
+// Calls by name as an automation client does; each argument is a variable.
+struct Call {
+    Cl_KIV& object;
+    Arguments args;
+    std::vector<std::unique_ptr<Variant>> temps;
+
+    Call& arg(Variant& variable) {
+        args.positional.push_back(&variable);
+        return *this;
+    }
+    Call& value(Variant v) {
+        temps.push_back(std::make_unique<Variant>(std::move(v)));
+        args.positional.push_back(temps.back().get());
+        return *this;
+    }
+    Call& omit() { return value(Variant::missing()); }
+    Call& named(std::string name, Variant v) {
+        temps.push_back(std::make_unique<Variant>(std::move(v)));
+        args.named.emplace_back(std::move(name), temps.back().get());
+        return *this;
+    }
+    Variant run(std::string_view name, InvokeKind kind = InvokeKind::Method) {
+        return object.invoke(name, kind, args);
+    }
+};
+
+int ErrorOf(auto&& call) {
+    try {
+        call();
+    } catch (const RuntimeError& e) {
+        return e.number();
+    }
+    return 0;
+}
+
+class Dispatch : public ::testing::Test {
+protected:
+    Call call() { return Call{k, {}, {}}; }
+    Cl_KIV k;
+};
+
+TEST(InterfaceTable, NamesAndIdsAreUniqueAndStable) {
     std::set<std::int32_t> ids;
     for (const Member& m : InterfaceMembers()) {
         EXPECT_TRUE(ids.insert(m.id).second) << m.name;
+        EXPECT_GT(m.id, 0) << m.name;
         EXPECT_EQ(FindMember(m.name), &m);
+        EXPECT_EQ(m.id, MemberId(m.name));
     }
+    EXPECT_EQ(MemberId("FmtNum"), MemberId("FMTNUM"));
+    EXPECT_EQ(InterfaceMembers().front().name, "DlK_TimMask");  // member order kept
+}
+
+TEST(InterfaceTable, SignaturesShowPassingOptionalAndDefaults) {
+    EXPECT_EQ(Signature(*FindMember("allunga")),
+              "Allunga(ByVal S As String, ByRef B As Integer, Optional ByRef C As String = \" \") As String");
+    EXPECT_EQ(Signature(*FindMember("AllineaDxSpazi")), "AllineaDxSpazi(ByRef Record As String, ByRef fill As String)");
+    const Member& ean = *FindMember("BCheck_EAN");
+    EXPECT_EQ(ean.params[1].typeName, "En_EANType");
+    EXPECT_TRUE(ean.params[1].optional);
+    EXPECT_EQ(ean.params[1].defaultValue, Variant(Long{0}));  // a typed optional without default gets its zero
+    const Member& mad = *FindMember("MettiADes");
+    EXPECT_EQ(mad.params[0].typeName, "Variant");
+    EXPECT_EQ(FindMember("ParseWord")->params[1].typeName, "Variant()");
+    EXPECT_EQ(FindMember("SplitRows")->params[1].typeName, "String()");
+    EXPECT_EQ(FindMember("Is_CFTest")->resultType, "EnCF_Result");
+    EXPECT_EQ(FindMember("NoSuchThing"), nullptr);
+}
+
+TEST_F(Dispatch, NamesAreCaseBlind) {
+    EXPECT_EQ(call().value(u" ab ").value(Integer{4}).run("poniades"), Variant(u"  ab"));
+    EXPECT_EQ(ErrorOf([&] { call().run("NoSuchOperation"); }), kNotSupported);
+}
+
+TEST_F(Dispatch, ArgumentsAreCoercedToTheDeclaredType) {
+    // A Double width and numeric text become Integers; a number becomes text.
+    EXPECT_EQ(call().value(u"ab").value(4.0).run("PoniADes"), Variant(u"  ab"));
+    EXPECT_EQ(call().value(u"ab").value(u"4").run("PoniADes"), Variant(u"  ab"));
+    EXPECT_EQ(call().value(12.5).value(Integer{6}).run("PoniADes"), Variant(u"  12,5"));
+    EXPECT_EQ(call().value(u"ab").value(2.5).run("Allunga"), Variant(u"ab"));  // 2.5 rounds to 2
+    EXPECT_EQ(call().value(u"ab").value(3.5).run("Allunga"), Variant(u"ab  "));  // 3.5 rounds to 4
+    EXPECT_EQ(ErrorOf([&] { call().value(u"ab").value(u"x").run("PoniADes"); }), kTypeMismatch);
+    EXPECT_EQ(ErrorOf([&] { call().value(u"ab").value(40000.0).run("PoniADes"); }), kOverflow);
+}
+
+TEST_F(Dispatch, NullIntoAStringParameterFailsBeforeTheOperationRuns) {
+    Variant record(u"abcdef");
+    EXPECT_EQ(ErrorOf([&] { call().arg(record).value(Variant::null()).run("AllineaDxSpazi"); }), kTypeMismatch);
+    EXPECT_EQ(record, Variant(u"abcdef"));
+    Variant nullRecord = Variant::null();
+    EXPECT_EQ(ErrorOf([&] { call().arg(nullRecord).value(u"x").run("AllineaDxSpazi"); }), kTypeMismatch);
+    EXPECT_TRUE(nullRecord.isNull());
+}
+
+TEST_F(Dispatch, ChangedByReferenceArgumentsAreWrittenBack) {
+    Variant record(u"abcdef");
+    call().arg(record).value(u"xy").run("AllineaDxSpazi");
+    EXPECT_EQ(record, Variant(u"    xy"));
+    // A Variant parameter receives the operation's own value and type.
+    Variant number(Integer{12});
+    EXPECT_EQ(call().arg(number).value(Integer{4}).run("MettiADes"), Variant(u"  12"));
+    EXPECT_EQ(number, Variant(u"12"));
+    // A typed parameter that changed comes back in the declared type.
+    Variant zeros(Long{12});
+    call().arg(zeros).value(Integer{2}).run("AllineaSinZeri");
+    EXPECT_EQ(zeros, Variant(u"1200"));
+}
+
+TEST_F(Dispatch, UnchangedByReferenceArgumentsKeepValueAndType) {
+    Variant width(4.0);  // coerced to Integer for the call, but not changed
+    Variant text(u" ab ");
+    call().arg(text).arg(width).run("PoniADes");
+    EXPECT_EQ(width, Variant(4.0));
+    EXPECT_EQ(text, Variant(u" ab "));
+    // Converted for the call, rewritten with an equal value: still untouched.
+    Variant record(Long{123});
+    call().arg(record).value(u"123").run("AllineaDxSpazi");
+    EXPECT_EQ(record, Variant(Long{123}));
+    Variant count(Long{0});
+    Variant s(Integer{7});
+    call().arg(s).arg(count).run("AllineaSinZeri");
+    EXPECT_EQ(s, Variant(Integer{7}));
+}
+
+TEST_F(Dispatch, WritesMadeBeforeAFailureReachTheCaller) {
+    Variant s(Long{5});
+    EXPECT_EQ(ErrorOf([&] { call().arg(s).value(Integer{-1}).run("MettiADes"); }), kInvalidCall);
+    EXPECT_EQ(s, Variant(u"5"));
+}
+
+TEST_F(Dispatch, OmittedOptionalArgumentsTakeThePublishedDefault) {
+    EXPECT_EQ(call().value(u"ab").value(Integer{4}).run("Allunga"), Variant(u"ab  "));
+    EXPECT_EQ(call().value(u"ab").value(Integer{4}).omit().run("Allunga"), Variant(u"ab  "));
+    EXPECT_EQ(call().value(u"ab").value(Integer{5}).omit().value(true).run("MettiInCentro"), Variant(u"  ab "));
+    // An omitted by-reference argument: the default goes to the operation only.
+    Variant filler = Variant::missing();
+    Variant s(u"7");
+    call().arg(s).value(Integer{3}).arg(filler).run("MettiADes");
+    EXPECT_TRUE(filler.isMissing());
+}
+
+TEST_F(Dispatch, RequiredArgumentsAndArgumentCounts) {
+    EXPECT_EQ(ErrorOf([&] { call().value(u"ab").run("PoniADes"); }), kArgumentNotOptional);
+    EXPECT_EQ(ErrorOf([&] { call().value(u"ab").omit().run("PoniADes"); }), kArgumentNotOptional);
+    EXPECT_EQ(ErrorOf([&] { call().value(u"ab").value(Integer{1}).value(u"x").run("PoniADes"); }),
+              kWrongArgumentCount);
+}
+
+TEST_F(Dispatch, NamedArguments) {
+    EXPECT_EQ(call().named("c", u"-").named("S", u"ab").named("B", Integer{4}).run("Allunga"), Variant(u"ab--"));
+    EXPECT_EQ(call().value(u"ab").named("b", Integer{3}).run("Allunga"), Variant(u"ab "));
+    EXPECT_EQ(ErrorOf([&] { call().value(u"ab").named("Width", Integer{3}).run("Allunga"); }),
+              kNamedArgumentNotFound);
+    EXPECT_EQ(ErrorOf([&] { call().value(u"ab").named("S", u"cd").run("Allunga"); }), kWrongArgumentCount);
+}
+
+TEST_F(Dispatch, ObjectSlotsAreProperties) {
+    EXPECT_EQ(call().run("DlK_DatMask", InvokeKind::PropertyGet), Variant(Object()));
+    auto other = std::make_shared<Cl_KIV>();
+    call().value(Object(other)).run("dlk_datmask", InvokeKind::PropertyPutRef);
+    EXPECT_EQ(k.DlK_DatMask, other);
+    EXPECT_EQ(call().run("DlK_DatMask", InvokeKind::PropertyGet), Variant(Object(other)));
+    EXPECT_EQ(k.DlK_TimMask, nullptr);
+    EXPECT_EQ(ErrorOf([&] { call().value(u"text").run("DlK_TimMask", InvokeKind::PropertyPutRef); }),
+              kObjectRequired);
 }
 
 }  // namespace
