@@ -1,12 +1,123 @@
-// Not written yet: every member raises until its subject is done.
-#include "frame/cl_kiv.hpp"
-#include "frame/errors.hpp"
+// Codice fiscale: the check letter of a personal code and three tests of a
+// text as a tax code (tolerant with a reason, shape only, strict personal).
+#include "codes/cf_tables.hpp"
+#include "frame/runtime.hpp"
+#include "frame/strings.hpp"
 
 namespace kiv {
 
-String Cl_KIV::Get_CheckCF(const String& /*T_Cf*/) { raise(kNotSupported); }
-EnCF_Result Cl_KIV::Is_CFTest(const String& /*T_Cf*/) { raise(kNotSupported); }
-Boolean Cl_KIV::Is_CodFisc(const String& /*S_CF*/, Boolean /*StrongAlfa*/) { raise(kNotSupported); }
-Boolean Cl_KIV::Is_CFAlfa(const String& /*T_Cf*/) { raise(kNotSupported); }
+namespace codes {
+
+const CfValueTables& CfTables(Cl_KIV& reader) {
+    static const CfValueTables tables = [&reader] {
+        CfValueTables built;
+        for (Integer index = 0; index <= 36; ++index) {
+            // Whole values: the running sums of the check stay whole numbers.
+            built.odd[index] = RoundToLong(reader.ToNumber(reader.GetPipeStr(kCfOddValues, index, u",", true)));
+            built.even[index] = RoundToLong(reader.ToNumber(reader.GetPipeStr(kCfEvenValues, index, u",", true)));
+        }
+        return built;
+    }();
+    return tables;
+}
+
+int CfAlphabetIndex(char16_t c) {
+    // The alphabet folded once; a folded character outside ASCII is not in it.
+    static const std::array<int, 128> places = [] {
+        std::array<int, 128> built{};
+        for (int place = 36; place >= 1; --place) built[FoldCase(kCfAlphabet[place - 1]) & 0x7F] = place;
+        return built;
+    }();
+    const char16_t folded = FoldCase(c);
+    return folded < 128 ? places[folded] : 0;
+}
+
+}  // namespace codes
+
+namespace {
+
+bool isNumericText(const String& text) { return IsNumericValue(Variant(text)); }
+
+// Positions 1-6, 9, 12, 16 hold letters and 7, 8, 10, 11, 13-15 digits;
+// positions past the end contribute nothing.
+String letterPart(const String& t) { return Mid(t, 1, 6) + Mid(t, 9, 1) + Mid(t, 12, 1) + Mid(t, 16, 1); }
+String digitPart(const String& t) { return Mid(t, 7, 2) + Mid(t, 10, 2) + Mid(t, 13, 3); }
+
+}  // namespace
+
+String Cl_KIV::Get_CheckCF(const String& T_Cf) {
+    const String t = SostChar(Trim(T_Cf), u" ,.-", u"");
+    if (t.empty()) return u"";
+    if (isNumericText(t)) return t.size() == 11 ? Get_CheckPI(t) : String();
+
+    const codes::CfValueTables& values = codes::CfTables(*this);
+    Long oddSum = 0;
+    Long evenSum = 0;
+    for (std::size_t i = 1; i <= 15; ++i) {
+        // Past the end the empty text is looked up, and it is found at place 1.
+        const int index = i <= t.size() ? codes::CfAlphabetIndex(t[i - 1]) : 1;
+        if (i % 2 == 1) {
+            oddSum += values.odd[index];
+        } else {
+            evenSum += values.even[index];
+        }
+    }
+    const Long total = oddSum + evenSum;
+    return String(1, codes::kCfCheckLetters[total % 26]);
+}
+
+EnCF_Result Cl_KIV::Is_CFTest(const String& T_Cf) {
+    // Hyphens stay: only blanks, commas and points are dropped here.
+    const String t = SostChar(Trim(T_Cf), u" ,.", u"");
+    const bool numeric = isNumericText(t);
+    if (numeric) {
+        // A company's code is eleven digits shaped like a VAT number.
+        const EnPI_Result pi = Is_PITest(t);
+        if (pi == PI_IsOK || pi == PI_IsCF) return CF_IsOK;
+    }
+
+    const std::size_t n = t.size();
+    if (n == 0) return CF_Null;
+    if (n >= 17) return CF_Long;
+    if (n == 16) {
+        if (numeric) return CF_Bad;
+        return Get_CheckCF(t) == Right(t, 1) ? CF_IsOK : CF_Bad;
+    }
+    // Also an eleven-digit number with a wrong check digit.
+    return CF_Short;
+}
+
+Boolean Cl_KIV::Is_CodFisc(const String& S_CF, Boolean StrongAlfa) {
+    const String t = Trim(UCase(SostChar(S_CF, u" .-", u"")));
+    if (t.empty() || (t.size() != 16 && t.size() != 11)) return false;
+
+    if (isNumericText(t)) {
+        if (t.size() == 16 || StrongAlfa) return false;
+        // A body's code (8 or 9 first) is refused here, unlike Is_CFTest.
+        return Is_PITest(t) == PI_IsOK;
+    }
+
+    if (!isNumericText(digitPart(t))) return false;
+    for (char16_t c : letterPart(t)) {
+        if (isNumericText(String(1, c))) return false;
+    }
+    return true;
+}
+
+Boolean Cl_KIV::Is_CFAlfa(const String& T_Cf) {
+    if (T_Cf.size() != 16) return false;
+    if (!isNumericText(digitPart(T_Cf))) return false;
+
+    const String letters = letterPart(T_Cf);
+    if (SostChar(letters, u"0123456789", u"") != letters) return false;
+
+    if (CaseBlindFind(u"ABCDEHLMPRST", Mid(T_Cf, 9, 1)) == 0) return false;
+
+    // Women's days run from 41; the month is not consulted.
+    const Double day = ValPrefix(Mid(T_Cf, 10, 2));
+    if (day == 0 || day > 71 || (day > 31 && day < 41)) return false;
+
+    return Get_CheckCF(T_Cf) == Mid(T_Cf, 16, 1);
+}
 
 }  // namespace kiv
