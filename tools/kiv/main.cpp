@@ -1,2 +1,206 @@
-// Placeholder until the driver is written.
-int main() { return 0; }
+// kiv: the command-line host of the component. Runs scripts, single lines
+// and conformance files, lists the interface, and offers a prompt.
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <iostream>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <editline/readline.h>
+
+#include "driver_host.hpp"
+#include "frame/dispatch.hpp"
+#include "interpreter.hpp"
+#include "runner.hpp"
+
+using namespace kiv;
+using namespace kiv::script;
+
+namespace {
+
+constexpr int kParseFailure = 2;
+
+void Usage(std::FILE* to) {
+    std::fputs(
+        "usage: kiv [OPTION...] [COMMAND [ARG...]]\n"
+        "\n"
+        "commands:\n"
+        "  (none)            an interactive prompt on a terminal, else like `run -`\n"
+        "  run FILE...       execute each line of the scripts (- is standard input)\n"
+        "  eval 'LINE'...    execute each argument as one line; a bare expression is printed\n"
+        "  check FILE...     run conformance files: each printing line against the \"'=> \" lines after it\n"
+        "  list [WORD]       the operations of the interface (those whose name contains WORD)\n"
+        "  help NAME         the signature and purpose of an operation or built-in function\n"
+        "\n"
+        "options:\n"
+        "  --now \"yyyy-mm-dd hh:nn:ss\"   pin the clock the component reads (also \"yyyy-mm-dd\")\n"
+        "  --drive-c DIR                 map the drive C: of Windows paths to DIR (sets KIV_DRIVE_C)\n"
+        "  --help                        this text\n"
+        "\n"
+        "exit status: 0 when the run completed, 1 when `check` found failing cases\n"
+        "or `help` an unknown name, 2 for a line that cannot be parsed or a bad command line.\n",
+        to);
+}
+
+bool ReadSource(const std::string& file, std::string& text) {
+    std::ostringstream s;
+    if (file == "-") {
+        s << std::cin.rdbuf();
+    } else {
+        std::ifstream in(file, std::ios::binary);
+        if (!in) return false;
+        s << in.rdbuf();
+    }
+    text = s.str();
+    return true;
+}
+
+// Every file parsed before any runs, so a bad line stops the run cleanly.
+bool LoadScripts(const std::vector<std::string>& files, Mode mode, std::vector<Script>& scripts) {
+    for (const std::string& f : files) {
+        std::string text;
+        if (!ReadSource(f, text)) {
+            std::fprintf(stderr, "kiv: cannot read %s\n", f.c_str());
+            return false;
+        }
+        try {
+            scripts.push_back(ParseScript(f == "-" ? "<stdin>" : f, text, mode));
+        } catch (const ScriptError& e) {
+            std::fprintf(stderr, "%s\n", e.what());
+            return false;
+        }
+    }
+    return true;
+}
+
+int Run(const std::vector<std::string>& files, Output& out) {
+    std::vector<Script> scripts;
+    if (!LoadScripts(files, Mode::Run, scripts)) return kParseFailure;
+    Interpreter interpreter(out);  // one run: the files share their variables
+    for (const Script& s : scripts) RunScript(s, interpreter);
+    return 0;
+}
+
+int Eval(const std::vector<std::string>& lines, Output& out) {
+    Script script{"eval", {}};
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        try {
+            if (std::optional<Statement> s = ParseEvalLine(lines[i]))
+                script.lines.push_back({static_cast<int>(i + 1), lines[i], std::move(*s), {}});
+        } catch (const ParseError& e) {
+            std::fprintf(stderr, "eval:%zu: %s\n", i + 1, e.what());
+            return kParseFailure;
+        }
+    }
+    Interpreter interpreter(out);
+    RunScript(script, interpreter);
+    return 0;
+}
+
+int Check(const std::vector<std::string>& files, Output& out) {
+    std::vector<Script> scripts;
+    if (!LoadScripts(files, Mode::Run, scripts)) return kParseFailure;
+    Tally total;
+    for (const Script& s : scripts) {
+        Interpreter interpreter(out);  // each file starts afresh
+        const Tally t = CheckScript(s, interpreter, out, std::cout);
+        total.passed += t.passed;
+        total.failed += t.failed;
+    }
+    std::cout << total.passed << " passed, " << total.failed << " failed\n";
+    return total.failed == 0 ? 0 : 1;
+}
+
+int List(const std::string& word) {
+    const std::string wanted = Lower(word);
+    for (const Member& m : InterfaceMembers())
+        if (Lower(m.name).find(wanted) != std::string::npos) std::cout << Signature(m) << "\n";
+    return 0;
+}
+
+int Help(const std::string& name) {
+    if (const Member* m = FindMember(name)) {
+        std::cout << Signature(*m) << "\n" << m->help << "\n";
+        return 0;
+    }
+    if (const Builtin* b = FindBuiltin(name)) {
+        std::cout << b->signature << "  (built-in function of kiv)\n" << b->help << "\n";
+        return 0;
+    }
+    std::fprintf(stderr, "kiv: no operation named %s (see kiv list)\n", name.c_str());
+    return 1;
+}
+
+int Interactive(Output& out) {
+    Interpreter interpreter(out);
+    while (char* raw = readline("kiv> ")) {
+        const std::string line(raw);
+        std::free(raw);
+        if (line.find_first_not_of(" \t") != std::string::npos) add_history(line.c_str());
+        try {
+            if (std::optional<Statement> s = ParseEvalLine(line)) interpreter.execute(*s);
+        } catch (const ParseError& e) {
+            std::fprintf(stderr, "%s\n", e.what());
+        }
+    }
+    std::fputc('\n', stdout);
+    return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::vector<std::string> args(argv + 1, argv + argc);
+    Output out;
+    auto host = std::make_shared<DriverHost>(out);
+    std::size_t i = 0;
+    for (; i < args.size() && args[i].rfind("--", 0) == 0; ++i) {
+        const std::string& opt = args[i];
+        if (opt == "--help") {
+            Usage(stdout);
+            return 0;
+        }
+        if ((opt == "--now" || opt == "--drive-c") && i + 1 >= args.size()) {
+            std::fprintf(stderr, "kiv: %s needs a value\n", opt.c_str());
+            return kParseFailure;
+        }
+        if (opt == "--now") {
+            const std::optional<DateParts> when = ParseClock(args[++i]);
+            if (!when) {
+                std::fprintf(stderr, "kiv: --now wants \"yyyy-mm-dd hh:nn:ss\" or \"yyyy-mm-dd\", not \"%s\"\n",
+                             args[i].c_str());
+                return kParseFailure;
+            }
+            host->pinClock(*when);
+        } else if (opt == "--drive-c") {
+            setenv("KIV_DRIVE_C", args[++i].c_str(), 1);
+        } else {
+            std::fprintf(stderr, "kiv: unknown option %s\n", opt.c_str());
+            Usage(stderr);
+            return kParseFailure;
+        }
+    }
+    installHost(host);
+
+    if (i == args.size()) return isatty(STDIN_FILENO) ? Interactive(out) : Run({"-"}, out);
+    const std::string command = args[i++];
+    const std::vector<std::string> rest(args.begin() + static_cast<std::ptrdiff_t>(i), args.end());
+    if (command == "run" && !rest.empty()) return Run(rest, out);
+    if (command == "eval") return Eval(rest, out);
+    if (command == "check" && !rest.empty()) return Check(rest, out);
+    if (command == "list" && rest.size() <= 1) return List(rest.empty() ? "" : rest[0]);
+    if (command == "help" && rest.size() == 1) return Help(rest[0]);
+    if (command == "help" && rest.empty()) {
+        Usage(stdout);
+        return 0;
+    }
+    std::fprintf(stderr, "kiv: unknown command or missing arguments: %s\n", command.c_str());
+    Usage(stderr);
+    return kParseFailure;
+}

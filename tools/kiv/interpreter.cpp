@@ -1,0 +1,260 @@
+#include "interpreter.hpp"
+
+#include <new>
+#include <stdexcept>
+
+#include "canonical.hpp"
+#include "driver_host.hpp"
+#include "frame/convert.hpp"
+#include "frame/dispatch.hpp"
+#include "frame/errors.hpp"
+
+namespace kiv::script {
+namespace {
+
+// Indices and bounds: whole numbers as they stand, anything else converted.
+Long Whole(const Variant& v) {
+    if (const Integer* i = v.as<Integer>()) return *i;
+    if (const Long* l = v.as<Long>()) return *l;
+    return ToLong(v);
+}
+
+// Arrays larger than this are refused rather than left to exhaust memory.
+constexpr std::int64_t kMaxElements = std::int64_t{1} << 24;
+
+Variant Negate(const Variant& v) {
+    switch (v.type()) {
+        case VarType::Empty: return Variant(Integer{0});
+        case VarType::Null: return v;
+        case VarType::Integer: return Variant(checkedInteger(-std::int64_t{*v.as<Integer>()}));
+        case VarType::Long: return Variant(checkedLong(-std::int64_t{*v.as<Long>()}));
+        case VarType::Byte: return Variant(static_cast<Integer>(-*v.as<Byte>()));
+        case VarType::Boolean: return Variant(static_cast<Integer>(*v.as<Boolean>() ? 1 : 0));
+        case VarType::Single: return Variant(-*v.as<Single>());
+        case VarType::Double: return Variant(-*v.as<Double>());
+        case VarType::Date: return Variant(Date{-v.as<Date>()->serial});
+        case VarType::Currency: {
+            const std::int64_t s = v.as<Currency>()->scaled;
+            if (s == INT64_MIN) raise(kOverflow);
+            return Variant(Currency{-s});
+        }
+        case VarType::String: return Variant(-ToDouble(v));
+        default: raise(kTypeMismatch);
+    }
+}
+
+}  // namespace
+
+Interpreter::Interpreter(Output& out) : out_(out), default_(std::make_shared<Cl_KIV>()) {}
+
+void Interpreter::execute(const Statement& statement) {
+    try {
+        run(statement);
+    } catch (const RuntimeError& e) {
+        out_.line("Error " + std::to_string(e.number()) + ": " + e.description());
+    } catch (const std::bad_alloc&) {
+        out_.line("Error 7: " + describeError(kOutOfMemory));
+    } catch (const std::length_error&) {
+        out_.line("Error 7: " + describeError(kOutOfMemory));
+    } catch (const std::exception& e) {
+        out_.line("Error 5: " + describeError(kInvalidCall) + " (" + e.what() + ")");
+    } catch (...) {
+        out_.line("Error 5: " + describeError(kInvalidCall));
+    }
+}
+
+void Interpreter::run(const Statement& s) {
+    switch (s.kind) {
+        case Statement::Kind::Print: out_.line(Canonical(evaluate(*s.value))); return;
+        case Statement::Kind::Assign: assign(*s.target, evaluate(*s.value), false); return;
+        case Statement::Kind::SetRef: assign(*s.target, evaluate(*s.value), true); return;
+        case Statement::Kind::Dim: dim(s); return;
+        case Statement::Kind::Evaluate:
+            // A name alone on a line is a call, never a variable read.
+            if (s.value->kind == Expr::Kind::Name) call(s.value->name, {}, false);
+            else evaluate(*s.value);
+            return;
+    }
+}
+
+Variant Interpreter::evaluate(const Expr& e) {
+    switch (e.kind) {
+        case Expr::Kind::Literal: return e.value;
+        case Expr::Kind::DateLiteral: return Variant(DateOfParts(e.date));
+        case Expr::Kind::Name:
+            if (Variant* v = variable(e.name)) return *v;
+            if (isCallable(e.name)) return call(e.name, {}, false);
+            return Variant();  // an undefined variable reads as Empty
+        case Expr::Kind::Call: return call(e.name, e.args, true);
+        case Expr::Kind::Member: {
+            const Variant object = evaluate(*e.object);
+            const Object* o = object.as<Object>();
+            if (o == nullptr) raise(kObjectRequired);
+            return invoke(*o, e.name, e.parens ? InvokeKind::Method : InvokeKind::PropertyGet, e.args);
+        }
+        case Expr::Kind::Concat: {
+            const Variant a = evaluate(*e.object);
+            const Variant b = evaluate(*e.right);
+            if (a.isNull() && b.isNull()) return Variant::null();
+            return Variant(JoinText(a) + JoinText(b));
+        }
+        case Expr::Kind::Negate: return Negate(evaluate(*e.object));
+        case Expr::Kind::Paren: return evaluate(*e.object);
+    }
+    raise(kNotSupported);
+}
+
+Variant* Interpreter::variable(const std::string& name) {
+    auto it = variables_.find(Lower(name));
+    return it == variables_.end() ? nullptr : &it->second;
+}
+
+Variant& Interpreter::define(const std::string& name) { return variables_[Lower(name)]; }
+
+bool Interpreter::isCallable(const std::string& name) const {
+    return FindBuiltin(name) != nullptr || FindMember(name) != nullptr;
+}
+
+std::vector<Long> Interpreter::indices(const std::vector<Argument>& args) {
+    std::vector<Long> index;
+    for (const Argument& a : args) {
+        if (a.kind != Argument::Kind::Positional) raise(kSubscriptOutOfRange);
+        index.push_back(Whole(evaluate(*a.value)));
+    }
+    return index;
+}
+
+Variant Interpreter::call(const std::string& name, const std::vector<Argument>& args, bool parens) {
+    Variant* var = variable(name);
+    if (var != nullptr && var->array() != nullptr && parens) return var->array()->at(indices(args));
+    if (const Builtin* b = FindBuiltin(name)) {
+        std::vector<Variant> values;
+        for (const Argument& a : args) {
+            if (a.kind == Argument::Kind::Named) raise(kNamedArgumentNotFound);
+            values.push_back(a.kind == Argument::Kind::Omitted ? Variant::missing() : evaluate(*a.value));
+        }
+        if (values.size() > static_cast<std::size_t>(b->maxArgs)) raise(kWrongArgumentCount);
+        for (int i = 0; i < b->minArgs; ++i)
+            if (static_cast<std::size_t>(i) >= values.size() || values[i].isMissing()) raise(kArgumentNotOptional);
+        return b->call(values);
+    }
+    if (FindMember(name) == nullptr && var != nullptr) raise(kTypeMismatch);  // a plain variable used as array
+    return invoke(default_, name, parens ? InvokeKind::Method : InvokeKind::PropertyGet, args);
+}
+
+Variant Interpreter::invoke(const Object& object, const std::string& member, InvokeKind kind,
+                            const std::vector<Argument>& args) {
+    if (!object) raise(kObjectNotSet);
+    CallFrame frame;
+    for (const Argument& a : args) {
+        if (a.kind == Argument::Kind::Omitted) {
+            frame.temps.push_back(Variant::missing());
+            frame.args.positional.push_back(&frame.temps.back());
+        } else if (a.kind == Argument::Kind::Positional) {
+            frame.args.positional.push_back(bind(*a.value, frame));
+        } else {
+            frame.args.named.emplace_back(a.name, bind(*a.value, frame));
+        }
+    }
+    return dispatch(*object, member, kind, frame);
+}
+
+Variant Interpreter::dispatch(Dispatchable& target, const std::string& member, InvokeKind kind, CallFrame& frame) {
+    Variant result;
+    try {
+        result = target.invoke(member, kind, frame.args);
+    } catch (...) {
+        // What the operation wrote before failing stays written.
+        try {
+            writeBack(frame);
+        } catch (...) {
+        }
+        throw;
+    }
+    writeBack(frame);
+    return result;
+}
+
+// A bare variable or array element is passed by reference; anything else is
+// a temporary.
+Variant* Interpreter::bind(const Expr& e, CallFrame& frame) {
+    if (e.kind == Expr::Kind::Name) {
+        if (Variant* v = variable(e.name)) return v;
+        if (!isCallable(e.name)) return &define(e.name);
+    }
+    if (e.kind == Expr::Kind::Call) {
+        Variant* v = variable(e.name);
+        if (v != nullptr && v->array() != nullptr) {
+            std::vector<Long> index = indices(e.args);
+            // The element travels in a temporary and is stored back through the
+            // array, so a String array keeps holding Strings.
+            frame.temps.push_back(variable(e.name)->array()->at(index));
+            frame.elements.push_back({e.name, std::move(index), &frame.temps.back(), frame.temps.back()});
+            return &frame.temps.back();
+        }
+    }
+    frame.temps.push_back(evaluate(e));
+    return &frame.temps.back();
+}
+
+void Interpreter::writeBack(CallFrame& frame) {
+    for (const CallFrame::Element& el : frame.elements) {
+        if (*el.slot == el.before) continue;
+        Variant* v = variable(el.variable);
+        if (v != nullptr && v->array() != nullptr) v->array()->set(el.index, *el.slot);
+    }
+}
+
+void Interpreter::assign(const Expr& target, Variant value, bool setRef) {
+    if (setRef && !value.isObject()) raise(kObjectRequired);
+    if (target.kind == Expr::Kind::Name) {
+        const Member* m = FindMember(target.name);
+        if (variable(target.name) == nullptr && m != nullptr && m->kind == MemberKind::Property) {
+            CallFrame frame;
+            frame.temps.push_back(std::move(value));
+            frame.args.positional.push_back(&frame.temps.back());
+            dispatch(*default_, target.name, setRef ? InvokeKind::PropertyPutRef : InvokeKind::PropertyPut, frame);
+            return;
+        }
+        define(target.name) = std::move(value);
+        return;
+    }
+    if (target.kind == Expr::Kind::Call) {
+        Variant* v = variable(target.name);
+        if (v == nullptr) raise(kSubscriptOutOfRange);
+        if (v->array() == nullptr) raise(kTypeMismatch);
+        std::vector<Long> index = indices(target.args);
+        v = variable(target.name);  // the indices may have redefined it
+        if (v->array() == nullptr) raise(kTypeMismatch);
+        v->array()->set(index, std::move(value));
+        return;
+    }
+    const Variant object = evaluate(*target.object);
+    const Object* o = object.as<Object>();
+    if (o == nullptr) raise(kObjectRequired);
+    if (!*o) raise(kObjectNotSet);
+    CallFrame frame;
+    frame.temps.push_back(std::move(value));
+    frame.args.positional.push_back(&frame.temps.back());
+    dispatch(**o, target.name, setRef ? InvokeKind::PropertyPutRef : InvokeKind::PropertyPut, frame);
+}
+
+void Interpreter::dim(const Statement& s) {
+    if (!s.isArray) {
+        define(s.name) = s.ofStrings ? Variant(String()) : Variant();
+        return;
+    }
+    std::vector<Bound> dims;
+    std::int64_t total = 1;
+    for (const DimBound& b : s.bounds) {
+        const std::int64_t lower = b.lower ? Whole(evaluate(*b.lower)) : 0;
+        const std::int64_t count = Whole(evaluate(*b.upper)) - lower + 1;
+        if (count < 0) raise(kSubscriptOutOfRange);
+        total *= count;
+        if (total > kMaxElements) raise(kOutOfMemory);
+        dims.push_back({static_cast<Long>(lower), static_cast<Long>(count)});
+    }
+    define(s.name) = Variant(Array(s.ofStrings ? VarType::String : VarType::Variant, std::move(dims)));
+}
+
+}  // namespace kiv::script

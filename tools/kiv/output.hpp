@@ -1,0 +1,19 @@
+// Where the lines a script prints go: straight to standard output, or
+// collected per statement so that `kiv check` can compare them.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace kiv::script {
+
+class Output {
+public:
+    // Collecting: lines are kept in `lines` instead of being written.
+    bool collect = false;
+    std::vector<std::string> lines;
+
+    void line(const std::string& text);
+};
+
+}  // namespace kiv::script

@@ -1,0 +1,491 @@
+#include "syntax.hpp"
+
+#include <cctype>
+#include <charconv>
+#include <cstdint>
+#include <limits>
+
+#include "frame/strings.hpp"
+
+namespace kiv::script {
+namespace {
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+bool IsAlpha(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+bool IsNameChar(char c) { return IsAlpha(c) || IsDigit(c) || c == '_'; }
+bool IsHexDigit(char c) { return std::isxdigit(static_cast<unsigned char>(c)) != 0; }
+bool IsOctDigit(char c) { return c >= '0' && c <= '7'; }
+bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r'; }
+
+struct Token {
+    enum class Kind { End, Number, Text, Date, Name, Symbol };
+    Kind kind = Kind::End;
+    std::string text;  // the number as written, the name, the symbol
+    String value;      // Text
+    DateParts date;    // Date
+};
+
+// Splits a line into tokens; a quote outside text starts a comment.
+class Lexer {
+public:
+    explicit Lexer(std::string_view line) : s_(line) {}
+
+    std::vector<Token> tokens() {
+        std::vector<Token> out;
+        for (;;) {
+            while (i_ < s_.size() && IsBlank(s_[i_])) ++i_;
+            if (i_ >= s_.size() || s_[i_] == '\'') break;
+            out.push_back(next());
+        }
+        out.push_back(Token{});
+        return out;
+    }
+
+private:
+    char peek(std::size_t ahead = 0) const { return i_ + ahead < s_.size() ? s_[i_ + ahead] : '\0'; }
+
+    Token next() {
+        const char c = peek();
+        if (IsDigit(c) || (c == '.' && IsDigit(peek(1)))) return number();
+        if (c == '&' && (peek(1) == 'H' || peek(1) == 'h') && IsHexDigit(peek(2))) return radix(IsHexDigit);
+        if (c == '&' && (peek(1) == 'O' || peek(1) == 'o') && IsOctDigit(peek(2))) return radix(IsOctDigit);
+        if (c == '"') return text();
+        if (c == '#') return date();
+        if (IsAlpha(c) || c == '_') {
+            const std::size_t start = i_;
+            while (IsNameChar(peek())) ++i_;
+            return {Token::Kind::Name, std::string(s_.substr(start, i_ - start)), {}, {}};
+        }
+        if (c == ':' && peek(1) == '=') {
+            i_ += 2;
+            return {Token::Kind::Symbol, ":=", {}, {}};
+        }
+        if (std::string_view("?=(),.&-").find(c) != std::string_view::npos) {
+            ++i_;
+            return {Token::Kind::Symbol, std::string(1, c), {}, {}};
+        }
+        throw ParseError("unexpected character '" + std::string(1, c) + "'");
+    }
+
+    Token number() {
+        const std::size_t start = i_;
+        while (IsDigit(peek())) ++i_;
+        if (peek() == '.') {
+            ++i_;
+            while (IsDigit(peek())) ++i_;
+        }
+        const char e = peek();
+        if ((e == 'E' || e == 'e' || e == 'D' || e == 'd') &&
+            (IsDigit(peek(1)) || ((peek(1) == '+' || peek(1) == '-') && IsDigit(peek(2))))) {
+            i_ += 2;
+            while (IsDigit(peek())) ++i_;
+        }
+        if (std::string_view("%&!#@").find(peek()) != std::string_view::npos && peek() != '\0') ++i_;
+        if (IsNameChar(peek())) throw ParseError("malformed number");
+        return {Token::Kind::Number, std::string(s_.substr(start, i_ - start)), {}, {}};
+    }
+
+    Token radix(bool (*digit)(char)) {
+        const std::size_t start = i_;
+        i_ += 2;
+        while (digit(peek())) ++i_;
+        if (peek() == '%' || peek() == '&') ++i_;
+        if (IsNameChar(peek())) throw ParseError("malformed number");
+        return {Token::Kind::Number, std::string(s_.substr(start, i_ - start)), {}, {}};
+    }
+
+    Token text() {
+        std::string raw;
+        ++i_;
+        for (;;) {
+            if (i_ >= s_.size()) throw ParseError("text without closing quote");
+            if (s_[i_] == '"') {
+                if (peek(1) != '"') break;
+                ++i_;
+            }
+            raw += s_[i_++];
+        }
+        ++i_;
+        return {Token::Kind::Text, {}, FromUtf8(raw), {}};
+    }
+
+    Token date() {
+        const std::size_t close = s_.find('#', i_ + 1);
+        if (close == std::string_view::npos) throw ParseError("date without closing #");
+        const std::string_view body = s_.substr(i_ + 1, close - i_ - 1);
+        i_ = close + 1;
+        return {Token::Kind::Date, {}, {}, DateBody(body)};
+    }
+
+    // "yyyy-mm-dd", "yyyy-mm-dd hh:nn:ss" or "hh:nn:ss" (seconds optional).
+    static DateParts DateBody(std::string_view body) {
+        DateParts d;
+        std::size_t p = 0;
+        auto field = [&](std::size_t minDigits, std::size_t maxDigits) {
+            const std::size_t start = p;
+            int v = 0;
+            while (p < body.size() && IsDigit(body[p]) && p - start < maxDigits) v = v * 10 + (body[p++] - '0');
+            if (p - start < minDigits) throw ParseError("malformed date #" + std::string(body) + "#");
+            return v;
+        };
+        auto expect = [&](char c) {
+            if (p >= body.size() || body[p] != c) throw ParseError("malformed date #" + std::string(body) + "#");
+            ++p;
+        };
+        if (body.find('-') != std::string_view::npos) {
+            d.hasDate = true;
+            d.year = field(4, 4);
+            expect('-');
+            d.month = field(1, 2);
+            expect('-');
+            d.day = field(1, 2);
+            if (p < body.size()) expect(' ');
+        }
+        if (p < body.size()) {
+            d.hasTime = true;
+            d.hour = field(1, 2);
+            expect(':');
+            d.minute = field(1, 2);
+            if (p < body.size()) {
+                expect(':');
+                d.second = field(1, 2);
+            }
+        }
+        if (p != body.size() || (!d.hasDate && !d.hasTime)) throw ParseError("malformed date #" + std::string(body) + "#");
+        static constexpr int kDays[] = {31, 29, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+        if (d.hasDate) {
+            const bool leap = (d.year % 4 == 0 && d.year % 100 != 0) || d.year % 400 == 0;
+            if (d.year < 100 || d.month < 1 || d.month > 12 || d.day < 1 || d.day > kDays[d.month - 1] ||
+                (d.month == 2 && d.day == 29 && !leap))
+                throw ParseError("invalid date #" + std::string(body) + "#");
+        }
+        if (d.hour > 23 || d.minute > 59 || d.second > 59) throw ParseError("invalid time #" + std::string(body) + "#");
+        return d;
+    }
+
+    std::string_view s_;
+    std::size_t i_ = 0;
+};
+
+class Parser {
+public:
+    explicit Parser(std::vector<Token> tokens) : t_(std::move(tokens)) {}
+
+    std::optional<Statement> statement() {
+        if (at(Token::Kind::End)) return std::nullopt;
+        Statement s;
+        if (symbol("?")) {
+            s.kind = Statement::Kind::Print;
+            s.value = expression();
+        } else if (keyword("dim")) {
+            dim(s);
+        } else if (keyword("set")) {
+            s.kind = Statement::Kind::SetRef;
+            assignment(s, postfix());
+        } else if (keyword("let")) {
+            s.kind = Statement::Kind::Assign;
+            assignment(s, postfix());
+        } else if (keyword("call")) {
+            s.value = expression();
+            s.explicitCall = true;
+            if (!s.value->isCallForm()) throw ParseError("Call needs an operation");
+        } else {
+            ExprPtr e = expression();
+            if (isSymbol("=")) {
+                s.kind = Statement::Kind::Assign;
+                assignment(s, std::move(e));
+            } else {
+                s.value = std::move(e);
+            }
+        }
+        if (!at(Token::Kind::End)) throw ParseError("unexpected " + describe(cur()) + " at the end of the line");
+        return s;
+    }
+
+private:
+    const Token& cur() const { return t_[i_]; }
+    bool at(Token::Kind k) const { return cur().kind == k; }
+    bool isSymbol(std::string_view s) const { return at(Token::Kind::Symbol) && cur().text == s; }
+    bool isKeyword(std::string_view k) const { return at(Token::Kind::Name) && Lower(cur().text) == k; }
+    bool symbol(std::string_view s) {
+        if (!isSymbol(s)) return false;
+        ++i_;
+        return true;
+    }
+    bool keyword(std::string_view k) {
+        if (!isKeyword(k)) return false;
+        ++i_;
+        return true;
+    }
+    void expect(std::string_view s) {
+        if (!symbol(s)) throw ParseError("expected '" + std::string(s) + "' but found " + describe(cur()));
+    }
+    std::string name() {
+        if (!at(Token::Kind::Name)) throw ParseError("expected a name but found " + describe(cur()));
+        return t_[i_++].text;
+    }
+    static std::string describe(const Token& t) {
+        switch (t.kind) {
+            case Token::Kind::End: return "the end of the line";
+            case Token::Kind::Number: return "number " + t.text;
+            case Token::Kind::Text: return "a text";
+            case Token::Kind::Date: return "a date";
+            case Token::Kind::Name: return "'" + t.text + "'";
+            case Token::Kind::Symbol: return "'" + t.text + "'";
+        }
+        return "?";
+    }
+
+    void assignment(Statement& s, ExprPtr target) {
+        const bool assignable = target->kind == Expr::Kind::Name || target->kind == Expr::Kind::Call ||
+                                (target->kind == Expr::Kind::Member && !target->parens);
+        if (!assignable) throw ParseError("cannot assign to this");
+        expect("=");
+        s.target = std::move(target);
+        s.value = expression();
+    }
+
+    void dim(Statement& s) {
+        s.kind = Statement::Kind::Dim;
+        s.name = name();
+        if (symbol("(")) {
+            s.isArray = true;
+            do {
+                DimBound b;
+                b.upper = expression();
+                if (keyword("to")) {
+                    b.lower = std::move(b.upper);
+                    b.upper = expression();
+                }
+                s.bounds.push_back(std::move(b));
+            } while (symbol(","));
+            expect(")");
+            if (s.bounds.size() > 2) throw ParseError("arrays have one or two dimensions");
+        }
+        if (keyword("as")) {
+            const std::string type = Lower(name());
+            if (type == "string") s.ofStrings = true;
+            else if (type != "variant") throw ParseError("Dim knows As String and As Variant");
+        }
+    }
+
+    ExprPtr expression() {
+        ExprPtr left = unary();
+        while (symbol("&")) {
+            auto e = std::make_unique<Expr>();
+            e->kind = Expr::Kind::Concat;
+            e->object = std::move(left);
+            e->right = unary();
+            left = std::move(e);
+        }
+        return left;
+    }
+
+    ExprPtr unary() {
+        if (!symbol("-")) return postfix();
+        auto e = std::make_unique<Expr>();
+        if (at(Token::Kind::Number)) {
+            e->value = literal(t_[i_++].text, true);
+            return e;
+        }
+        e->kind = Expr::Kind::Negate;
+        e->object = unary();
+        return e;
+    }
+
+    ExprPtr postfix() {
+        ExprPtr e = primary();
+        while (symbol(".")) {
+            auto m = std::make_unique<Expr>();
+            m->kind = Expr::Kind::Member;
+            m->object = std::move(e);
+            m->name = name();
+            if (symbol("(")) {
+                m->parens = true;
+                m->args = arguments();
+            }
+            e = std::move(m);
+        }
+        return e;
+    }
+
+    ExprPtr primary() {
+        auto e = std::make_unique<Expr>();
+        const Token& t = cur();
+        switch (t.kind) {
+            case Token::Kind::Number: e->value = literal(t.text, false); ++i_; return e;
+            case Token::Kind::Text: e->value = Variant(t.value); ++i_; return e;
+            case Token::Kind::Date:
+                e->kind = Expr::Kind::DateLiteral;
+                e->date = t.date;
+                ++i_;
+                return e;
+            case Token::Kind::Name: {
+                const std::string lower = Lower(t.text);
+                if (lower == "true" || lower == "false") e->value = Variant(lower == "true");
+                else if (lower == "null") e->value = Variant::null();
+                else if (lower == "empty") e->value = Variant();
+                else if (lower == "nothing") e->value = Variant(Object{});
+                else {
+                    e->name = t.text;
+                    ++i_;
+                    if (symbol("(")) {
+                        e->kind = Expr::Kind::Call;
+                        e->args = arguments();
+                    } else {
+                        e->kind = Expr::Kind::Name;
+                    }
+                    return e;
+                }
+                ++i_;
+                return e;
+            }
+            case Token::Kind::Symbol:
+                if (symbol("(")) {
+                    e->kind = Expr::Kind::Paren;
+                    e->object = expression();
+                    expect(")");
+                    return e;
+                }
+                break;
+            case Token::Kind::End: break;
+        }
+        throw ParseError("expected a value but found " + describe(t));
+    }
+
+    Variant literal(const std::string& text, bool negate) {
+        return NumberLiteral(text, negate);
+    }
+
+    // After "(": positions separated by commas, an empty one omitted.
+    std::vector<Argument> arguments() {
+        std::vector<Argument> args;
+        if (symbol(")")) return args;
+        bool named = false;
+        for (;;) {
+            Argument a;
+            if (isSymbol(",") || isSymbol(")")) {
+                a.kind = Argument::Kind::Omitted;
+            } else if (at(Token::Kind::Name) && t_[i_ + 1].kind == Token::Kind::Symbol && t_[i_ + 1].text == ":=") {
+                a.kind = Argument::Kind::Named;
+                a.name = name();
+                ++i_;
+                a.value = expression();
+                named = true;
+            } else {
+                a.value = expression();
+            }
+            if (named && a.kind != Argument::Kind::Named)
+                throw ParseError("a positional argument cannot follow a named one");
+            args.push_back(std::move(a));
+            if (symbol(")")) return args;
+            expect(",");
+        }
+    }
+
+    std::vector<Token> t_;
+    std::size_t i_ = 0;
+};
+
+Variant Typed(std::int64_t v, char suffix) {
+    if (suffix == '%') {
+        if (v < -32768 || v > 32767) throw ParseError("Overflow");
+        return Variant(static_cast<Integer>(v));
+    }
+    if (suffix == '&') {
+        if (v < std::numeric_limits<Long>::min() || v > std::numeric_limits<Long>::max()) throw ParseError("Overflow");
+        return Variant(static_cast<Long>(v));
+    }
+    if (v >= -32768 && v <= 32767) return Variant(static_cast<Integer>(v));
+    if (v >= std::numeric_limits<Long>::min() && v <= std::numeric_limits<Long>::max())
+        return Variant(static_cast<Long>(v));
+    return Variant(static_cast<Double>(v));
+}
+
+// Currency from decimal digits, exact to four places.
+Variant CurrencyLiteral(std::string_view digits, bool negate) {
+    const std::size_t dot = digits.find('.');
+    const std::string_view whole = digits.substr(0, dot);
+    std::string_view frac = dot == std::string_view::npos ? std::string_view() : digits.substr(dot + 1);
+    if (frac.size() > 4 || whole.size() > 15) {
+        double d = 0;
+        std::from_chars(digits.data(), digits.data() + digits.size(), d);
+        try {
+            return Variant(Currency::fromDouble(negate ? -d : d));
+        } catch (const std::exception&) {
+            throw ParseError("Overflow");
+        }
+    }
+    std::int64_t scaled = 0;
+    for (char c : whole) scaled = scaled * 10 + (c - '0');
+    for (std::size_t k = 0; k < 4; ++k) scaled = scaled * 10 + (k < frac.size() ? frac[k] - '0' : 0);
+    return Variant(Currency{negate ? -scaled : scaled});
+}
+
+}  // namespace
+
+std::string Lower(std::string_view s) {
+    std::string out(s);
+    for (char& c : out)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    return out;
+}
+
+Variant NumberLiteral(std::string_view text, bool negate) {
+    char suffix = 0;
+    if (!text.empty() && std::string_view("%&!#@").find(text.back()) != std::string_view::npos) {
+        suffix = text.back();
+        text.remove_suffix(1);
+    }
+    if (text.size() > 1 && text[0] == '&') {
+        // &H and &O: the bits of a 16-bit Integer when they fit, else of a Long.
+        const int base = (text[1] == 'H' || text[1] == 'h') ? 16 : 8;
+        std::uint64_t v = 0;
+        for (char c : text.substr(2)) {
+            v = v * static_cast<unsigned>(base) + static_cast<unsigned>(IsDigit(c) ? c - '0' : (c | 0x20) - 'a' + 10);
+            if (v > 0xFFFFFFFFu) throw ParseError("Overflow");
+        }
+        const bool isLong = suffix == '&' || v > 0xFFFFu;
+        if (suffix == '%' && isLong) throw ParseError("Overflow");
+        std::int64_t typed;
+        if (suffix == '&' && v <= 0x7FFFFFFFu) typed = static_cast<std::int64_t>(v);  // &HFFFF& is 65535
+        else if (isLong) typed = static_cast<Long>(static_cast<std::uint32_t>(v));
+        else typed = static_cast<Integer>(static_cast<std::uint16_t>(v));
+        return Typed(negate ? -typed : typed, isLong ? '&' : '\0');
+    }
+    std::string digits(text);
+    for (char& c : digits)
+        if (c == 'D' || c == 'd') c = 'E';
+    const bool fractional = digits.find_first_of(".Ee") != std::string::npos;
+    if (suffix == '@') {
+        if (digits.find_first_of("Ee") == std::string::npos) return CurrencyLiteral(digits, negate);
+        double d = 0;
+        std::from_chars(digits.data(), digits.data() + digits.size(), d);
+        try {
+            return Variant(Currency::fromDouble(negate ? -d : d));
+        } catch (const std::exception&) {
+            throw ParseError("Overflow");
+        }
+    }
+    if (!fractional && digits.size() <= 18 && suffix != '!' && suffix != '#') {
+        std::int64_t v = 0;
+        std::from_chars(digits.data(), digits.data() + digits.size(), v);
+        return Typed(negate ? -v : v, suffix);
+    }
+    if (suffix == '%' || suffix == '&') throw ParseError("a whole number is needed before " + std::string(1, suffix));
+    double d = 0;
+    const auto [end, ec] = std::from_chars(digits.data(), digits.data() + digits.size(), d);
+    if (ec != std::errc() || end != digits.data() + digits.size()) throw ParseError("Overflow");
+    if (negate) d = -d;
+    if (suffix == '!') {
+        if (d > std::numeric_limits<float>::max() || d < -std::numeric_limits<float>::max()) throw ParseError("Overflow");
+        return Variant(static_cast<Single>(d));
+    }
+    return Variant(d);
+}
+
+std::optional<Statement> ParseLine(std::string_view line) {
+    return Parser(Lexer(line).tokens()).statement();
+}
+
+}  // namespace kiv::script
