@@ -1,0 +1,93 @@
+#include <gtest/gtest.h>
+
+#include "codes/symbology.hpp"
+#include "frame/cl_kiv.hpp"
+
+namespace kiv {
+namespace {
+
+TEST(CodesBarcode, EanWeighsTheDigitBeforeTheCheckPlaceThree) {
+    Cl_KIV kiv;
+    EXPECT_EQ(kiv.BCheck_EAN(u"1?"), 7);
+    EXPECT_EQ(kiv.BCheck_EAN(u"10?"), 9);
+    EXPECT_EQ(kiv.BCheck_EAN(u"100?"), 7);
+    EXPECT_EQ(kiv.BCheck_EAN(u"5?"), 5);
+    EXPECT_EQ(kiv.BCheck_EAN(u"55"), 5);
+    EXPECT_EQ(kiv.BCheck_EAN(u"4?"), 8);
+    EXPECT_EQ(kiv.BCheck_EAN(u"9638507?", EanT_Ean13), kiv.BCheck_EAN(u"96385074", EanT_Ean8));
+}
+
+TEST(CodesBarcode, CharactersTheNumericTestLetThroughCountZero) {
+    Cl_KIV kiv;
+    EXPECT_EQ(kiv.BCheck_EAN(u"1 ?"), kiv.BCheck_EAN(u"10?"));
+    EXPECT_EQ(kiv.BCheck_EAN(u"+5?"), kiv.BCheck_EAN(u"05?"));
+    EXPECT_EQ(kiv.BCheck_EAN(u"1,5?"), kiv.BCheck_EAN(u"105?"));
+    EXPECT_EQ(kiv.BCheck_EAN(u"5?7"), -1);
+    EXPECT_EQ(kiv.BCheck_EAN(u"12??"), -1);
+    EXPECT_EQ(kiv.BCheck_Code32(u"?"), -1);
+    EXPECT_EQ(kiv.BCheck_Code32(u""), -1);
+}
+
+TEST(CodesBarcode, Code32ReadsEightPlacesAndKeepsTheSum) {
+    Cl_KIV kiv;
+    EXPECT_EQ(kiv.BCheck_Code32(u"7"), 7);
+    EXPECT_EQ(kiv.BCheck_Code32(u"07?"), 5);  // 14 counts 1 + 4
+    EXPECT_EQ(kiv.BCheck_Code32(u"09"), 9);   // 18 counts 1 + 8
+    EXPECT_EQ(kiv.BCheck_Code32(u"0123456799999"), kiv.BCheck_Code32(u"01234567?"));
+    EXPECT_EQ(kiv.BCheck_Code32(u"1"), 1);  // the sum itself, not 10 - 1
+}
+
+struct Case {
+    int type;
+    const char16_t* code;
+    const char16_t* after;
+    bool valid;
+    bool placeholder;
+};
+
+class CodesSymbology : public ::testing::TestWithParam<Case> {};
+
+TEST_P(CodesSymbology, VerifiesOrCompletes) {
+    const Case& c = GetParam();
+    String code = c.code;
+    const codes::SymbologyCheck result = codes::CheckSymbology(code, c.type);
+    EXPECT_EQ(code, String(c.after));
+    EXPECT_EQ(result.valid, c.valid);
+    EXPECT_EQ(result.placeholder, c.placeholder);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, CodesSymbology,
+    ::testing::Values(
+        Case{codes::kSymEan8, u"9638507", u"96385074", true, true},
+        Case{codes::kSymEan8, u"96385074", u"96385074", true, false},
+        Case{codes::kSymEan8, u"96385075", u"96385075", false, false},
+        Case{codes::kSymEan8, u"963850", u"963850", false, false},
+        Case{codes::kSymEan13, u"400638133393?", u"4006381333931", true, true},
+        Case{codes::kSymEan13, u"400638133393", u"4006381333931", true, true},
+        Case{codes::kSymEan13, u"40063813339A1", u"40063813339A1", false, false},
+        Case{codes::kSymIsbn10, u"030640615", u"0306406152", true, true},
+        Case{codes::kSymIsbn10, u"080442957x", u"080442957x", true, false},
+        Case{codes::kSymIsbn10, u"080442957?", u"080442957X", true, true},
+        Case{codes::kSymIsbn10, u"0306406153", u"0306406153", false, false},
+        // A sum that is a multiple of 11 is completed with "1", which then fails.
+        Case{codes::kSymIsbn10, u"000000000", u"0000000001", true, true},
+        Case{codes::kSymIsbn10, u"0000000001", u"0000000001", false, false},
+        Case{codes::kSymCode39, u"CODE39?", u"CODE39W", true, true},
+        Case{codes::kSymCode39, u"code39w", u"code39w", true, false},
+        Case{codes::kSymCode39, u"CODE39X", u"CODE39X", false, false},
+        Case{codes::kSymCode39, u"AB#?", u"AB#?", false, false},
+        Case{codes::kSymCodabar, u"A12:B", u"A12:B", true, false},
+        Case{codes::kSymCodabar, u"t12:b", u"t12:b", true, false},
+        Case{codes::kSymCodabar, u"a12:c", u"a12:c", false, false},
+        Case{codes::kSymCodabar, u"a1234?", u"a1234-", true, true},
+        Case{codes::kSymNumericMod10, u"124?", u"1249", true, true},
+        Case{codes::kSymNumericMod10, u"1249", u"1249", true, false},
+        // The sum 10 asks for 10, written as "0" but never equal to a digit.
+        Case{codes::kSymNumericMod10, u"123?", u"1230", true, true},
+        Case{codes::kSymNumericMod10, u"1230", u"1230", false, false},
+        Case{3, u"anything?", u"anything?", true, true},
+        Case{10, u"", u"", true, false}));
+
+}  // namespace
+}  // namespace kiv

@@ -1,0 +1,125 @@
+#include <gtest/gtest.h>
+
+#include "codes/cf_tables.hpp"
+#include "frame/errors.hpp"
+#include "frame/runtime.hpp"
+#include "frame/strings.hpp"
+
+namespace kiv {
+namespace {
+
+class CodesFiscal : public ::testing::Test {
+protected:
+    Cl_KIV kiv;
+    // A personal code completed with the letter the component computes, so
+    // that a case fails for its own reason and not for its check letter.
+    String withCheck(const String& body) { return body + kiv.Get_CheckCF(body); }
+};
+
+TEST_F(CodesFiscal, AlphabetLookupAgreesWithCaseBlindSearch) {
+    for (char32_t c = 0; c <= 0xFFFF; ++c) {
+        const char16_t unit = static_cast<char16_t>(c);
+        ASSERT_EQ(codes::CfAlphabetIndex(unit), CaseBlindFind(codes::kCfAlphabet, String(1, unit))) << int(c);
+    }
+}
+
+TEST_F(CodesFiscal, CheckLetterReadsOnlyTheFirstFifteenPlacesCaseBlind) {
+    // Hand-computed: odd places 72, even places 40, 112 mod 26 = 8.
+    EXPECT_EQ(kiv.Get_CheckCF(u"BNCMRA85E55F205"), u"I");
+    EXPECT_EQ(kiv.Get_CheckCF(u"BNCMRA85E55F205Q"), u"I");
+    EXPECT_EQ(kiv.Get_CheckCF(u"bncmra85e55f205"), u"I");
+    EXPECT_EQ(kiv.Get_CheckCF(u" BNC-MRA 85.E55,F205 "), u"I");
+}
+
+TEST_F(CodesFiscal, MissingPlacesCountAsZeroAndStrangersAsNothing) {
+    EXPECT_EQ(kiv.Get_CheckCF(u"BNCMRA85E55F20"), kiv.Get_CheckCF(u"BNCMRA85E55F200"));
+    EXPECT_EQ(kiv.Get_CheckCF(u"BNC"), kiv.Get_CheckCF(u"BNC000000000000"));
+    // At an odd place "#" is worth what "B" is worth there: nothing.
+    EXPECT_EQ(kiv.Get_CheckCF(u"BNCMRA85E55F20#"), kiv.Get_CheckCF(u"BNCMRA85E55F20B"));
+    EXPECT_NE(kiv.Get_CheckCF(u"BNCMRA85E55F20#"), kiv.Get_CheckCF(u"BNCMRA85E55F20"));
+}
+
+TEST_F(CodesFiscal, NumericTextsTakeTheVatDigitOrNothing) {
+    EXPECT_EQ(kiv.Get_CheckCF(u""), u"");
+    EXPECT_EQ(kiv.Get_CheckCF(u" - . "), u"");
+    EXPECT_EQ(kiv.Get_CheckCF(u"0123456789"), u"");
+    EXPECT_EQ(kiv.Get_CheckCF(u"012.345.678-90"), kiv.Get_CheckPI(u"0123456789"));
+    EXPECT_EQ(kiv.Get_CheckCF(u"1234567890123456"), u"");
+}
+
+TEST_F(CodesFiscal, VatCheckDigitAndItsConversionFailure) {
+    // 1+3+5+7+9 = 25; 2,4,6,8,0 doubled and reduced give 4+8+3+7+0 = 22.
+    EXPECT_EQ(kiv.Get_CheckPI(u"1234567890"), u"3");
+    EXPECT_EQ(kiv.Get_CheckPI(u"12345678903999"), u"3");
+    EXPECT_EQ(kiv.Get_CheckPI(u"12-345 678,90"), u"3");
+    EXPECT_EQ(kiv.Get_CheckPI(u"123456789"), u"");
+    try {
+        kiv.Get_CheckPI(u"+123456789");
+        FAIL() << "a sign among the digits must not convert";
+    } catch (const RuntimeError& e) {
+        EXPECT_EQ(e.number(), kTypeMismatch);
+    }
+    EXPECT_THROW(kiv.Is_PITest(u"+1234567890"), RuntimeError);
+    EXPECT_EQ(kiv.Is_PITest(u"+12345678"), PI_Short);
+}
+
+TEST_F(CodesFiscal, VatClassificationKeepsTheLengthBeforeThePrefix) {
+    EXPECT_EQ(kiv.Is_PITest(u"12345678903"), PI_IsOK);
+    EXPECT_EQ(kiv.Is_PITest(u"12345678904"), PI_Bad);
+    EXPECT_EQ(kiv.Is_PITest(u"80000000002"), PI_IsCF);
+    EXPECT_EQ(kiv.Is_PITest(u"IT12345678903"), PI_Long);
+    EXPECT_EQ(kiv.Is_PITest(u"it1234567890X"), PI_Alfa);
+    EXPECT_EQ(kiv.Is_PITest(u"1234567890312"), PI_Estera);
+    EXPECT_EQ(kiv.Is_PITest(u"123456789031"), PI_Long);
+    EXPECT_EQ(kiv.Is_PITest(u"1234567890-3"), PI_Alfa);
+    EXPECT_EQ(kiv.Is_PITest(u" 123.456.789,03 "), PI_IsOK);
+    EXPECT_EQ(kiv.Is_PITest(u" , . "), PI_Null);
+}
+
+TEST_F(CodesFiscal, TolerantTestGivesItsReason) {
+    const String code = withCheck(u"BNCMRA85E55F205");
+    EXPECT_EQ(kiv.Is_CFTest(code), CF_IsOK);
+    EXPECT_EQ(kiv.Is_CFTest(u" bncmra85e55f205" + code.substr(15)), CF_IsOK);
+    EXPECT_EQ(kiv.Is_CFTest(u"bncmra85e55f205i"), CF_Bad);
+    EXPECT_EQ(kiv.Is_CFTest(u"BNCMRA85E55F205A"), CF_Bad);
+    // Hyphens are kept here, though the check letter ignores them.
+    EXPECT_EQ(kiv.Is_CFTest(u"BNCMRA-85E55F205" + code.substr(15)), CF_Long);
+    EXPECT_EQ(kiv.Is_CFTest(u"BNC MRA 85E55F205" + code.substr(15)), CF_IsOK);
+    EXPECT_EQ(kiv.Is_CFTest(u"1234567890123456"), CF_Bad);
+    EXPECT_EQ(kiv.Is_CFTest(u"12345678904"), CF_Short);
+    EXPECT_EQ(kiv.Is_CFTest(u"80000000002"), CF_IsOK);
+    EXPECT_EQ(kiv.Is_CFTest(u"IT12345678903"), CF_Short);
+    EXPECT_EQ(kiv.Is_CFTest(u"  "), CF_Null);
+}
+
+TEST_F(CodesFiscal, ShapeTestIgnoresTheCheckLetterButNotThePlaces) {
+    EXPECT_TRUE(kiv.Is_CodFisc(u"BNCMRA85E55F205A"));
+    EXPECT_TRUE(kiv.Is_CodFisc(u" bnc.mra-85e55f205a "));
+    EXPECT_FALSE(kiv.Is_CodFisc(u"BNCMRA85E55F2O5A"));  // letter O among the place digits
+    EXPECT_FALSE(kiv.Is_CodFisc(u"BNCMR185E55F205A"));
+    EXPECT_FALSE(kiv.Is_CodFisc(u"BNCMRA85E55F205"));
+    EXPECT_TRUE(kiv.Is_CodFisc(u"BNCMRA85E55"));
+    EXPECT_TRUE(kiv.Is_CodFisc(u"12345678903"));
+    EXPECT_FALSE(kiv.Is_CodFisc(u"12345678903", true));
+    EXPECT_FALSE(kiv.Is_CodFisc(u"80000000002"));
+    EXPECT_FALSE(kiv.Is_CodFisc(u"1234567890123456"));
+}
+
+TEST_F(CodesFiscal, StrictTestChecksMonthDayAndLetter) {
+    EXPECT_TRUE(kiv.Is_CFAlfa(withCheck(u"BNCMRA85E55F205")));
+    EXPECT_TRUE(kiv.Is_CFAlfa(withCheck(u"BNCMRA85e01F205")));
+    EXPECT_TRUE(kiv.Is_CFAlfa(withCheck(u"BNCMRA85B31F205")));  // the month is not consulted
+    EXPECT_TRUE(kiv.Is_CFAlfa(withCheck(u"BNCMRA85E41F205")));
+    EXPECT_TRUE(kiv.Is_CFAlfa(withCheck(u"BNCMRA85E71F205")));
+    for (const char16_t* day : {u"00", u"32", u"40", u"72"}) {
+        EXPECT_FALSE(kiv.Is_CFAlfa(withCheck(u"BNCMRA85E" + String(day) + u"F205"))) << ToUtf8(day);
+    }
+    EXPECT_FALSE(kiv.Is_CFAlfa(withCheck(u"BNCMRA85F15F205")));  // F is no month
+    EXPECT_FALSE(kiv.Is_CFAlfa(withCheck(u"BNCMR185E15F205")));
+    EXPECT_FALSE(kiv.Is_CFAlfa(withCheck(u"BNCMRA85E15F20L")));  // a homocode
+    EXPECT_FALSE(kiv.Is_CFAlfa(u"BNCMRA85E55F205J"));
+    EXPECT_FALSE(kiv.Is_CFAlfa(u" " + withCheck(u"BNCMRA85E55F205")));
+}
+
+}  // namespace
+}  // namespace kiv
