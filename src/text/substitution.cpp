@@ -50,25 +50,185 @@ String Cl_KIV::SostChar(const String& S, const String& C1, const String& C2) {
 }
 
 
-Variant Cl_KIV::SostWord(const Variant& /*Str_0*/, const String& /*Str_Find*/, const String& /*Str_Repl*/, Integer /*StartOccur*/, Integer /*MaxOccur*/) { raise(kNotSupported); }
-String Cl_KIV::SostLoChar(const String& /*S*/, const String& /*Nuovo*/) { raise(kNotSupported); }
-String Cl_KIV::SostHiChar(const String& /*S*/, const String& /*Nuovo*/) { raise(kNotSupported); }
-String Cl_KIV::Apo_No(const String& /*S*/) { raise(kNotSupported); }
-String Cl_KIV::Apo_Yes(const Variant& /*S*/) { raise(kNotSupported); }
-String Cl_KIV::Apo_Fix(const Variant& /*S*/) { raise(kNotSupported); }
-String Cl_KIV::Apo_Dup(const Variant& /*S*/) { raise(kNotSupported); }
-String Cl_KIV::NoChar(const String& /*S*/, const String& /*Caz*/) { raise(kNotSupported); }
-String Cl_KIV::NoPunt(const String& /*S*/) { raise(kNotSupported); }
-String Cl_KIV::NoTrail(Ref<String> /*a*/) { raise(kNotSupported); }
-String Cl_KIV::CompSpac(const Variant& /*a*/) { raise(kNotSupported); }
-String Cl_KIV::FixAmper(const String& /*Si*/) { raise(kNotSupported); }
-String Cl_KIV::Capital(const String& /*S*/, Boolean /*SingleWords*/) { raise(kNotSupported); }
-Integer Cl_KIV::UpAscii(Integer /*a*/) { raise(kNotSupported); }
-Integer Cl_KIV::LoAscii(Integer /*a*/) { raise(kNotSupported); }
-String Cl_KIV::SoloCifre(const String& /*T_Str*/) { raise(kNotSupported); }
-String Cl_KIV::Lettere(const String& /*S_0*/) { raise(kNotSupported); }
-String Cl_KIV::Numeri(const String& /*S_0*/) { raise(kNotSupported); }
-String Cl_KIV::LastWord(const String& /*Lin*/) { raise(kNotSupported); }
-String Cl_KIV::InvStr(const Variant& /*S*/) { raise(kNotSupported); }
+Variant Cl_KIV::SostWord(const Variant& Str_0, const String& Str_Find, const String& Str_Repl, Integer StartOccur,
+                         Integer MaxOccur) {
+    String W = JoinText(Str_0);
+    if (W.empty()) return W;
+    // An empty Str_Find would be found at every position and never finish.
+    if (Str_Find.empty()) return W;
+    const Long F = static_cast<Long>(Str_Find.size());
+    const Long R = static_cast<Long>(Str_Repl.size());
+
+    Long start = 1;
+    for (Long skipped = 0; skipped < StartOccur - 1; ++skipped) {
+        const Long p = InStr(start, W, Str_Find);
+        if (p == 0) break;
+        start = p + F;
+    }
+
+    Long count = 0;
+    for (Long p = InStr(start, W, Str_Find); p > 0; p = InStr(start, W, Str_Find)) {
+        W = Left(W, p - 1) + Str_Repl + Mid(W, p + F);
+        ++count;
+        if (MaxOccur >= 1 && count >= MaxOccur) break;
+        start = p + R;  // behind the inserted text, so it is not searched again
+    }
+    return W;
+}
+
+namespace {
+
+// The characters of codes 128 to 159 in Windows-1252; the five codes that the
+// code page leaves undefined keep their own value.
+constexpr std::array<char16_t, 32> kCp1252High = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,
+};
+
+char16_t cp1252Char(int code) {
+    if (code >= 128 && code < 160) return kCp1252High[static_cast<std::size_t>(code - 128)];
+    return static_cast<char16_t>(code);
+}
+
+}  // namespace
+
+// Each call works on the unchanged S and only the last result is kept, so in
+// effect only code 31 is replaced. Hosts rely on exactly that.
+String Cl_KIV::SostLoChar(const String& S, const String& Nuovo) {
+    String result;
+    for (int code = 0; code <= 31; ++code) result = SostChar(S, String(1, cp1252Char(code)), Nuovo);
+    return result;
+}
+
+// As SostLoChar: only code 255 ("ÿ", and "Ÿ" through the case-blind lookup)
+// survives as an effect.
+String Cl_KIV::SostHiChar(const String& S, const String& Nuovo) {
+    String result;
+    for (int code = 128; code <= 255; ++code) result = SostChar(S, String(1, cp1252Char(code)), Nuovo);
+    return result;
+}
+
+String Cl_KIV::Apo_No(const String& S) {
+    String out = S;
+    std::replace(out.begin(), out.end(), u'\'', u'`');
+    return out;
+}
+
+String Cl_KIV::Apo_Yes(const Variant& S) {
+    if (S.isNull()) return String();
+    String out = ToText(S);
+    std::replace(out.begin(), out.end(), u'`', u'\'');
+    return out;
+}
+
+String Cl_KIV::Apo_Fix(const Variant& S) {
+    if (S.isNull()) return String();
+    return ReplaceAll(ToText(S), u"'", u"''");
+}
+
+// The apostrophes take a detour through "§", so a "§" already in the text
+// comes out as two apostrophes as well.
+String Cl_KIV::Apo_Dup(const Variant& S) {
+    String text = ToText(S);
+    if (CaseBlindFind(text, u"'") > 0) {
+        text = SostChar(text, u"'", u"§");
+        text = ToText(SostWord(text, u"§", u"''", 1, 0));
+    }
+    return text;
+}
+
+String Cl_KIV::NoChar(const String& S, const String& Caz) {
+    if (Caz.size() != 1) return S;
+    String out = S;
+    std::erase(out, Caz[0]);
+    return out;
+}
+
+String Cl_KIV::NoPunt(const String& S) {
+    String out = S;
+    std::erase(out, u'.');
+    return out;
+}
+
+// The caller's variable keeps the trimmed text, NUL tail included.
+String Cl_KIV::NoTrail(Ref<String> a) {
+    *a = Trim(*a);
+    const Long p = InStr(*a, String(1, u'\0'));
+    if (p > 0) return Trim(Left(*a, p - 1));
+    return *a;
+}
+
+String Cl_KIV::CompSpac(const Variant& a) {
+    const String text = Trim(ToText(a));
+    String out;
+    out.reserve(text.size());
+    for (const char16_t c : text)
+        if (!(c == u' ' && !out.empty() && out.back() == u' ')) out += c;
+    return out;
+}
+
+String Cl_KIV::FixAmper(const String& Si) {
+    if (Si.empty()) return Si;
+    return ReplaceAll(Si, u"&", u"&&");
+}
+
+// SingleWords is part of the interface but was never acted on.
+String Cl_KIV::Capital(const String& S, Boolean /*SingleWords*/) {
+    if (S.empty()) return S;
+    return UCase(Left(S, 1)) + LCase(Mid(S, 2));
+}
+
+Integer Cl_KIV::UpAscii(Integer a) {
+    if (a >= u'a' && a <= u'z') return static_cast<Integer>(a - 32);
+    return a;
+}
+
+// The range tested runs from "A" to "A": only 65 moves.
+Integer Cl_KIV::LoAscii(Integer a) {
+    if (a >= u'A' && a <= u'A') return static_cast<Integer>(a + 32);
+    return a;
+}
+
+String Cl_KIV::SoloCifre(const String& T_Str) {
+    if (Trim(T_Str).empty()) return String();
+    if (IsNumericValue(Variant(T_Str))) return SostChar(T_Str, u" .,-+", u"");
+    String out;
+    for (const char16_t c : T_Str)
+        if (IsNumericValue(Variant(String(1, c)))) out += c;
+    return out;
+}
+
+String Cl_KIV::Lettere(const String& S_0) {
+    if (S_0.empty()) return String();
+    String out(26, u' ');
+    for (const char16_t c : S_0) {
+        const char16_t f = FoldCase(c);
+        if (f >= u'a' && f <= u'z') out[f - u'a'] = static_cast<char16_t>(f - 32);
+    }
+    return out;
+}
+
+String Cl_KIV::Numeri(const String& S_0) {
+    if (S_0.empty()) return String();
+    String out(10, u' ');
+    for (const char16_t c : S_0)
+        if (c >= u'0' && c <= u'9') out[c - u'0'] = c;
+    return out;
+}
+
+String Cl_KIV::LastWord(const String& Lin) {
+    const String t = Trim(Lin);
+    const Long p = InStrRev(t, u" ");
+    if (p > 0) return Mid(t, p + 1);
+    return Lin;
+}
+
+String Cl_KIV::InvStr(const Variant& S) {
+    String text = ToText(S);
+    if (text.size() < 2) return text;
+    std::reverse(text.begin(), text.end());
+    return text;
+}
 
 }  // namespace kiv

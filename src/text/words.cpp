@@ -1,13 +1,130 @@
-// Not written yet: every member raises until its subject is done.
+// Words separated by blanks: splitting, spreading blanks, justifying a line
+// and cutting a long text into printed rows.
+#include <cstdlib>
+
 #include "frame/cl_kiv.hpp"
+#include "frame/convert.hpp"
 #include "frame/errors.hpp"
+#include "frame/runtime.hpp"
+#include "frame/strings.hpp"
 
 namespace kiv {
 
-Long Cl_KIV::ParseWord(const Variant& /*S0*/, Ref<VariantArray> /*Wd*/, Ref<VariantArray> /*Pos*/) { raise(kNotSupported); }
-String Cl_KIV::AddSpace(const Variant& /*S0*/, const Variant& /*Spac*/) { raise(kNotSupported); }
-String Cl_KIV::AddStop(const Variant& /*S0*/) { raise(kNotSupported); }
-String Cl_KIV::Giustif(const Variant& /*S0*/, const Variant& /*Wide0*/, Boolean /*AlsoStop*/) { raise(kNotSupported); }
-void Cl_KIV::SplitRows(const String& /*S_Long*/, Ref<StringArray> /*S_Rows*/, Integer /*R_Long*/, Integer /*N_Rows*/, Boolean /*ConserveWord*/) { raise(kNotSupported); }
+// Words go into the caller's arrays by word number, whatever their lower
+// bound; the arrays are never resized, so a missing element is an error.
+Long Cl_KIV::ParseWord(const Variant& S0, Ref<VariantArray> Wd, Ref<VariantArray> Pos) {
+    const String T = Trim(ToText(S0));
+    if (T.empty()) return 0;
+
+    Long n = 0;
+    Long start = 1;
+    Long p = InStr(start, T, u" ");
+    while (p > 0) {
+        n = checkedLong(static_cast<std::int64_t>(n) + 1);
+        Wd->at({n}) = Mid(T, start, p - start);
+        Pos->at({n}) = start;
+        start = p + 1;
+        p = InStr(start, T, u" ");
+    }
+    n = checkedLong(static_cast<std::int64_t>(n) + 1);
+    Wd->at({n}) = Mid(T, start);
+    Pos->at({n}) = start;
+    return n;
+}
+
+// Later passes add only one position per earlier pass to the word's start,
+// though each pass moved word k by k - 1; with five or more words a blank can
+// so land inside a word. Hosts' printed layouts depend on it.
+String Cl_KIV::AddSpace(const Variant& S0, const Variant& Spac) {
+    String T = ToText(S0);
+    const Long times = ToLong(Spac);
+    if (times <= 0) return T;
+
+    VariantArray Wd(0, 100);
+    VariantArray Pos(0, 100);
+    const Long n = ParseWord(T, Wd, Pos);
+    if (n <= 1) return T;
+
+    Long k = 2;
+    Long s = 0;
+    for (Long i = 1; i <= times; ++i) {
+        const Long M = checkedLong(static_cast<std::int64_t>(ToLong(Pos.at({k}))) + s + k - 2);
+        T = Left(T, M - 1) + u" " + Mid(T, M);
+        ++k;
+        if (k > n) {
+            k = 2;
+            ++s;
+        }
+    }
+    return T;
+}
+
+String Cl_KIV::AddStop(const Variant& S0) {
+    String T = Trim(ToText(S0));
+    if (Right(T, 1) != u".") T += u".";
+    return T;
+}
+
+// The blanks go from the middle outwards: the left half is reversed so that
+// AddSpace, which fills from the first gap, fills its gaps nearest the middle.
+String Cl_KIV::Giustif(const Variant& S0, const Variant& Wide0, Boolean AlsoStop) {
+    const String T = Trim(ToText(S0));
+    const Integer W = ToInteger(IntFloor(Wide0));
+    const Integer L = Len16(T);
+    if (L >= W) return T;
+
+    if (Right(T, 1) == u"." && !AlsoStop) {
+        Variant last = T;  // the last line of a paragraph stays left-aligned
+        return MettiASin(last, W, u"");
+    }
+
+    const Integer gap = checkedInteger(W - L);
+    const Integer half = static_cast<Integer>(L / 2);
+    const String A = Left(T, half);
+    const String B = Mid(T, half + 1);
+    const Integer g1 = static_cast<Integer>(gap / 2);
+    const Integer g2 = static_cast<Integer>(gap - g1);
+
+    const String left = InvStr(AddSpace(InvStr(A), g1));
+    const String right = AddSpace(B, g2);
+    return left + right;
+}
+
+void Cl_KIV::SplitRows(const String& S_Long, Ref<StringArray> S_Rows, Integer R_Long, Integer N_Rows,
+                       Boolean ConserveWord) {
+    Long w = R_Long;
+    if (R_Long < 0) w = checkedInteger(-static_cast<std::int64_t>(R_Long));  // -32768 overflows
+
+    if (S_Long.empty()) return;
+    for (Long k = 1; k <= N_Rows; ++k) S_Rows->set({k}, Variant(String()));
+
+    String T = SostChar(S_Long, String(1, u'\n'), u"");
+    if (T.empty()) return;
+
+    for (Long row = 1; row <= N_Rows && !T.empty(); ++row) {
+        String line;
+        String rest;
+        const Long cr = InStr(T, String(1, u'\r'));
+        // A carriage return right behind a full row still ends that row, so
+        // it never leaves an empty row behind.
+        if (cr > 0 && cr <= w + 1) {
+            line = Left(T, cr - 1);
+            rest = Mid(T, cr + 1);
+        } else {
+            line = Left(T, w);
+            rest = Mid(T, w + 1);
+            const bool cutsWord = !rest.empty() && Right(line, 1) != u" " && Left(rest, 1) != u" ";
+            if (ConserveWord && cutsWord) {
+                const Long blank = InStrRev(line, u" ");
+                if (blank > 0) {
+                    rest = Mid(line, blank + 1) + rest;
+                    line = Trim(Left(line, blank - 1));
+                }
+            }
+        }
+        S_Rows->set({row}, Variant(line));
+        T = Trim(rest);
+    }
+}
 
 }  // namespace kiv
