@@ -37,13 +37,15 @@ Long Cl_KIV::ParseWord(const Variant& S0, Ref<VariantArray> Wd, Ref<VariantArray
 // so land inside a word. Hosts' printed layouts depend on it.
 String Cl_KIV::AddSpace(const Variant& S0, const Variant& Spac) {
     String T = ToText(S0);
-    const Long times = ToLong(Spac);
-    if (times <= 0) return T;
+    // Null is not "<= 0"; it fails only as the count of the loop below.
+    if (!Spac.isNull() && ToDouble(Spac) <= 0) return T;
 
     VariantArray Wd(0, 100);
     VariantArray Pos(0, 100);
     const Long n = ParseWord(T, Wd, Pos);
     if (n <= 1) return T;
+
+    const Long times = ToLong(Spac);
 
     Long k = 2;
     Long s = 0;
