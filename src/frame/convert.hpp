@@ -9,6 +9,8 @@ namespace kiv {
 // Text of a number under the locale: "12,5", "0,5", "-0,25", "1E+16".
 String NumberText(Double value);
 String NumberText(Single value);
+// Text of a Currency under the locale: up to four decimals, "12,5".
+String CurrencyText(Currency value);
 
 // CStr: Empty is "", Null is Invalid use of Null, numbers under the locale,
 // Booleans "True"/"False", Dates their default text.

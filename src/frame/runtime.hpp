@@ -29,6 +29,19 @@ Variant IntFloor(const Variant& value);
 Double IntTrunc(Double value);
 Variant IntTrunc(const Variant& value);
 
+// The decimal digits of a number rounded to `significant` significant
+// digits: value = digits[0].digits[1..] x 10^exponent, trailing zeros
+// dropped (zero is "0" with exponent 0). The base of StrNum, NumberText and
+// the number patterns.
+struct DecimalDigits {
+    char digits[24];
+    int count;
+    int exponent;
+    bool negative;
+};
+DecimalDigits ToDecimalDigits(Double value, int significant);
+DecimalDigits ToDecimalDigits(Single value);  // 7 significant digits
+
 // Invariant text of a number with a leading blank or "-": " 5", "-.5".
 String StrNum(const Variant& number);
 
