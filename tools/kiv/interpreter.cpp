@@ -93,10 +93,16 @@ Variant Interpreter::evaluate(const Expr& e) {
             return invoke(*o, e.name, e.parens ? InvokeKind::Method : InvokeKind::PropertyGet, e.args);
         }
         case Expr::Kind::Concat: {
-            const Variant a = evaluate(*e.object);
-            const Variant b = evaluate(*e.right);
-            if (a.isNull() && b.isNull()) return Variant::null();
-            return Variant(JoinText(a) + JoinText(b));
+            // Left to right along the chain, without recursing down its length.
+            std::vector<const Expr*> parts;
+            const Expr* left = &e;
+            for (; left->kind == Expr::Kind::Concat; left = left->object.get()) parts.push_back(left->right.get());
+            Variant acc = evaluate(*left);
+            for (auto it = parts.rbegin(); it != parts.rend(); ++it) {
+                const Variant b = evaluate(**it);
+                acc = acc.isNull() && b.isNull() ? Variant::null() : Variant(JoinText(acc) + JoinText(b));
+            }
+            return acc;
         }
         case Expr::Kind::Negate: return Negate(evaluate(*e.object));
         case Expr::Kind::Paren: return evaluate(*e.object);
@@ -126,7 +132,12 @@ std::vector<Long> Interpreter::indices(const std::vector<Argument>& args) {
 
 Variant Interpreter::call(const std::string& name, const std::vector<Argument>& args, bool parens) {
     Variant* var = variable(name);
-    if (var != nullptr && var->array() != nullptr && parens) return var->array()->at(indices(args));
+    if (var != nullptr && var->array() != nullptr && parens) {
+        const std::vector<Long> index = indices(args);
+        var = variable(name);  // the indices may have changed it
+        if (var->array() == nullptr) raise(kTypeMismatch);
+        return var->array()->at(index);
+    }
     if (const Builtin* b = FindBuiltin(name)) {
         std::vector<Variant> values;
         for (const Argument& a : args) {
@@ -138,7 +149,7 @@ Variant Interpreter::call(const std::string& name, const std::vector<Argument>& 
             if (static_cast<std::size_t>(i) >= values.size() || values[i].isMissing()) raise(kArgumentNotOptional);
         return b->call(values);
     }
-    if (FindMember(name) == nullptr && var != nullptr) raise(kTypeMismatch);  // a plain variable used as array
+    if (parens && var != nullptr && FindMember(name) == nullptr) raise(kTypeMismatch);  // a plain variable used as array
     return invoke(default_, name, parens ? InvokeKind::Method : InvokeKind::PropertyGet, args);
 }
 
@@ -186,9 +197,11 @@ Variant* Interpreter::bind(const Expr& e, CallFrame& frame) {
         Variant* v = variable(e.name);
         if (v != nullptr && v->array() != nullptr) {
             std::vector<Long> index = indices(e.args);
+            v = variable(e.name);  // the indices may have changed it
+            if (v->array() == nullptr) raise(kTypeMismatch);
             // The element travels in a temporary and is stored back through the
             // array, so a String array keeps holding Strings.
-            frame.temps.push_back(variable(e.name)->array()->at(index));
+            frame.temps.push_back(v->array()->at(index));
             frame.elements.push_back({e.name, std::move(index), &frame.temps.back(), frame.temps.back()});
             return &frame.temps.back();
         }

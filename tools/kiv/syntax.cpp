@@ -281,7 +281,20 @@ private:
         return left;
     }
 
+    // Bounds the recursion of the parser and of everything that walks the tree.
+    struct Nesting {
+        explicit Nesting(int& depth) : d(depth) {
+            if (++d > kMaxDepth) throw ParseError("expression nested too deeply");
+        }
+        ~Nesting() { --d; }
+        int& d;
+    };
+    static constexpr int kMaxDepth = 200;
+    static constexpr int kMaxNodes = 20000;
+
     ExprPtr unary() {
+        Nesting guard(depth_);
+        if (++nodes_ > kMaxNodes) throw ParseError("line too long");
         if (!symbol("-")) return postfix();
         auto e = std::make_unique<Expr>();
         if (at(Token::Kind::Number)) {
@@ -385,6 +398,8 @@ private:
 
     std::vector<Token> t_;
     std::size_t i_ = 0;
+    int depth_ = 0;
+    int nodes_ = 0;
 };
 
 Variant Typed(std::int64_t v, char suffix) {
