@@ -179,7 +179,8 @@ TEST(KivScripts, ParseErrorsNameFileAndLine) {
     } catch (const ScriptError& e) {
         EXPECT_EQ(std::string(e.what()).rfind("f.kiv:2: ", 0), 0u) << e.what();
     }
-    EXPECT_THROW(ParseScript("f.kiv", "'=> Integer 1\n? 1\n", Mode::Run), ScriptError);
+    EXPECT_THROW(ParseScript("f.kiv", "'=> Integer 1\n? 1\n", Mode::Check), ScriptError);
+    EXPECT_EQ(ParseScript("f.kiv", "'=> Integer 1\n? 1\n", Mode::Run).lines.size(), 1u);
     // A value alone is no statement in a script, but is printed by eval.
     EXPECT_THROW(ParseScript("f.kiv", "\"abc\"\n", Mode::Run), ScriptError);
     const Script e = ParseScript("eval", "\"abc\"\nx\nCall PoniADes(\"a\", 2)\n", Mode::Eval);

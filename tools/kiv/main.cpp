@@ -105,7 +105,7 @@ int Eval(const std::vector<std::string>& lines, Output& out) {
 
 int Check(const std::vector<std::string>& files, Output& out) {
     std::vector<Script> scripts;
-    if (!LoadScripts(files, Mode::Run, scripts)) return kParseFailure;
+    if (!LoadScripts(files, Mode::Check, scripts)) return kParseFailure;
     Tally total;
     for (const Script& s : scripts) {
         Interpreter interpreter(out);  // each file starts afresh

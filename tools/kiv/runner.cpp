@@ -44,7 +44,10 @@ Script ParseScript(const std::string& file, std::string_view source, Mode mode) 
         };
         const std::string_view trimmed = TrimLeft(line);
         if (trimmed.substr(0, kExpected.size()) == kExpected) {
-            if (script.lines.empty()) fail("expected output before any statement");
+            if (script.lines.empty()) {
+                if (mode == Mode::Check) fail("expected output before any statement");
+                continue;
+            }
             std::string_view text = trimmed.substr(kExpected.size());
             if (!text.empty() && text.front() == ' ') text.remove_prefix(1);
             script.lines.back().expected.emplace_back(text);

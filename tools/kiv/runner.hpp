@@ -25,9 +25,10 @@ struct Script {
     std::vector<ScriptLine> lines;
 };
 
-// Run: a bare non-call expression is refused. Eval: it is printed as if it
+// Run: a bare non-call expression is refused. Check: as Run, and an "'=> "
+// line must follow a statement. Eval: a bare expression is printed as if it
 // began with "?".
-enum class Mode { Run, Eval };
+enum class Mode { Run, Check, Eval };
 
 // "file:line: message".
 class ScriptError : public std::runtime_error {

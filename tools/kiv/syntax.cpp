@@ -298,7 +298,7 @@ private:
         if (!symbol("-")) return postfix();
         auto e = std::make_unique<Expr>();
         if (at(Token::Kind::Number)) {
-            e->value = literal(t_[i_++].text, true);
+            e->value = NumberLiteral(t_[i_++].text, true);
             return e;
         }
         e->kind = Expr::Kind::Negate;
@@ -326,7 +326,7 @@ private:
         auto e = std::make_unique<Expr>();
         const Token& t = cur();
         switch (t.kind) {
-            case Token::Kind::Number: e->value = literal(t.text, false); ++i_; return e;
+            case Token::Kind::Number: e->value = NumberLiteral(t.text, false); ++i_; return e;
             case Token::Kind::Text: e->value = Variant(t.value); ++i_; return e;
             case Token::Kind::Date:
                 e->kind = Expr::Kind::DateLiteral;
@@ -364,10 +364,6 @@ private:
             case Token::Kind::End: break;
         }
         throw ParseError("expected a value but found " + describe(t));
-    }
-
-    Variant literal(const std::string& text, bool negate) {
-        return NumberLiteral(text, negate);
     }
 
     // After "(": positions separated by commas, an empty one omitted.
