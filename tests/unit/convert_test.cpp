@@ -1,0 +1,125 @@
+#include <gtest/gtest.h>
+
+#include "frame/convert.hpp"
+#include "frame/errors.hpp"
+#include "frame/runtime.hpp"
+
+namespace kiv {
+namespace {
+
+int ErrorOf(auto&& f) {
+    try {
+        f();
+    } catch (const RuntimeError& e) {
+        return e.number();
+    }
+    return 0;
+}
+
+TEST(ConvertText, EveryKindOfValue) {
+    EXPECT_EQ(ToText(Variant()), u"");
+    EXPECT_EQ(ToText(Variant(u"ab")), u"ab");
+    EXPECT_EQ(ToText(Variant(Integer{-32768})), u"-32768");
+    EXPECT_EQ(ToText(Variant(Long{20061225})), u"20061225");
+    EXPECT_EQ(ToText(Variant(Byte{200})), u"200");
+    EXPECT_EQ(ToText(Variant(12.5)), u"12,5");
+    EXPECT_EQ(ToText(Variant(1.1f)), u"1,1");
+    EXPECT_EQ(ToText(Variant(Currency{-12345})), u"-1,2345");
+    EXPECT_EQ(ToText(Variant(Currency{70000})), u"7");
+    EXPECT_EQ(ToText(Variant(true)), u"True");
+    EXPECT_EQ(ToText(Variant(false)), u"False");
+    EXPECT_EQ(ToText(Variant(Date{39076.25})), u"25/12/2006 6.00.00");
+    EXPECT_EQ(ErrorOf([] { ToText(Variant::null()); }), kInvalidUseOfNull);
+    EXPECT_EQ(ErrorOf([] { ToText(Variant::missing()); }), kTypeMismatch);
+    EXPECT_EQ(ErrorOf([] { ToText(Variant(Object())); }), kTypeMismatch);
+    EXPECT_EQ(JoinText(Variant::null()), u"");
+    EXPECT_EQ(JoinText(Variant(0.5)), u"0,5");
+}
+
+TEST(ConvertNumbers, RoundHalfEvenWithOverflow) {
+    EXPECT_EQ(ToInteger(Variant(2.5)), 2);
+    EXPECT_EQ(ToInteger(Variant(3.5)), 4);
+    EXPECT_EQ(ToInteger(Variant(u"1.234,5")), 1234);
+    EXPECT_EQ(ToInteger(Variant(true)), -1);
+    EXPECT_EQ(ToInteger(Variant()), 0);
+    EXPECT_EQ(ErrorOf([] { ToInteger(Variant(Long{32768})); }), kOverflow);
+    EXPECT_EQ(ErrorOf([] { ToInteger(Variant::null()); }), kInvalidUseOfNull);
+    EXPECT_EQ(ErrorOf([] { ToInteger(Variant(u"x")); }), kTypeMismatch);
+    EXPECT_EQ(ToLong(Variant(-2.5)), -2);
+    EXPECT_EQ(ToLong(Variant(Date{39076.75})), 39077);
+    EXPECT_EQ(ErrorOf([] { ToLong(Variant(3e9)); }), kOverflow);
+    EXPECT_EQ(ToByte(Variant(255.4)), 255);
+    EXPECT_EQ(ErrorOf([] { ToByte(Variant(Integer{-1})); }), kOverflow);
+    EXPECT_EQ(ErrorOf([] { ToSingle(Variant(1e300)); }), kOverflow);
+    EXPECT_EQ(ToSingle(Variant(u"1,5")), 1.5f);
+    EXPECT_EQ(ToCurrency(Variant(1.23456)), Currency{12346});
+    EXPECT_EQ(ToDouble(Variant(u"(2,5)")), -2.5);
+}
+
+TEST(ConvertBoolean, WordsNumbersAndFailures) {
+    EXPECT_TRUE(ToBoolean(Variant(u"true")));
+    EXPECT_TRUE(ToBoolean(Variant(u"VERO")));
+    EXPECT_FALSE(ToBoolean(Variant(u"Falso")));
+    EXPECT_FALSE(ToBoolean(Variant(u"FALSE")));
+    EXPECT_TRUE(ToBoolean(Variant(u"0,5")));
+    EXPECT_FALSE(ToBoolean(Variant(u"0")));
+    EXPECT_TRUE(ToBoolean(Variant(Integer{-3})));
+    EXPECT_FALSE(ToBoolean(Variant()));
+    EXPECT_EQ(ErrorOf([] { ToBoolean(Variant(u"si")); }), kTypeMismatch);
+    EXPECT_EQ(ErrorOf([] { ToBoolean(Variant::null()); }), kInvalidUseOfNull);
+}
+
+TEST(ConvertObject, OnlyObjects) {
+    EXPECT_EQ(ToObject(Variant(Object())), nullptr);
+    EXPECT_EQ(ErrorOf([] { ToObject(Variant(Integer{1})); }), kTypeMismatch);
+    EXPECT_EQ(ErrorOf([] { ToObject(Variant()); }), kTypeMismatch);
+}
+
+TEST(ConvertCompare, NumbersTextsAndMixtures) {
+    EXPECT_EQ(CompareValues(Variant(Integer{2}), Variant(10.0)), Order::Less);
+    EXPECT_EQ(CompareValues(Variant(true), Variant(Integer{-1})), Order::Equal);
+    EXPECT_EQ(CompareValues(Variant(u"2"), Variant(u"10")), Order::Greater);  // as texts
+    EXPECT_EQ(CompareValues(Variant(u"a"), Variant(u"B")), Order::Greater);   // code units
+    EXPECT_EQ(CompareValues(Variant(Integer{2}), Variant(u"10")), Order::Less);
+    EXPECT_EQ(CompareValues(Variant(u"1,5"), Variant(1.5)), Order::Equal);
+    EXPECT_EQ(CompareValues(Variant(Integer{99}), Variant(u"abc")), Order::Less);
+    EXPECT_EQ(CompareValues(Variant(u"abc"), Variant(Integer{99})), Order::Greater);
+    EXPECT_EQ(CompareValues(Variant(), Variant(Integer{0})), Order::Equal);
+    EXPECT_EQ(CompareValues(Variant(), Variant(u"")), Order::Equal);
+    EXPECT_EQ(CompareValues(Variant(u"a"), Variant()), Order::Greater);
+    EXPECT_EQ(CompareValues(Variant(), Variant(Integer{-1})), Order::Greater);
+    EXPECT_EQ(CompareValues(Variant(Date{39076}), Variant(u"25/12/2006")), Order::Equal);
+    EXPECT_EQ(CompareValues(Variant(Date{39076}), Variant(u"26/12/2006")), Order::Less);
+    EXPECT_EQ(CompareValues(Variant::null(), Variant(Integer{1})), Order::Null);
+    EXPECT_EQ(CompareValues(Variant(u"x"), Variant::null()), Order::Null);
+    EXPECT_EQ(ErrorOf([] { CompareValues(Variant(Object()), Variant(Integer{1})); }), kTypeMismatch);
+}
+
+TEST(RuntimeCaseFolding, AccentedLettersFoldTogether) {
+    EXPECT_EQ(FoldCase(u'A'), u'a');
+    EXPECT_EQ(FoldCase(u'['), u'[');
+    EXPECT_EQ(FoldCase(u'\u00C8'), u'\u00E8');  // È
+    EXPECT_EQ(FoldCase(u'\u0178'), u'\u00FF');  // Ÿ
+    EXPECT_EQ(FoldCase(u'\u00D7'), u'\u00D7');  // the multiplication sign is no letter
+    EXPECT_TRUE(CaseBlindEqual(u"Perché È", u"PERCHÉ è"));
+    EXPECT_FALSE(CaseBlindEqual(u"abc", u"abd"));
+    EXPECT_FALSE(CaseBlindEqual(u"abc", u"ab"));
+    EXPECT_EQ(CaseBlindCompare(u"abc", u"ABD"), -1);
+    EXPECT_EQ(CaseBlindCompare(u"ÀB", u"àb"), 0);
+    EXPECT_EQ(CaseBlindCompare(u"ab", u"AB "), -1);
+    EXPECT_EQ(CaseBlindCompare(u"b", u"A"), 1);
+}
+
+TEST(RuntimeCaseFolding, FindIsOneBasedFromStart) {
+    EXPECT_EQ(CaseBlindFind(u"Città di CITTÀ", u"città"), 1);
+    EXPECT_EQ(CaseBlindFind(u"Città di CITTÀ", u"città", 2), 10);
+    EXPECT_EQ(CaseBlindFind(u"abc", u"x"), 0);
+    EXPECT_EQ(CaseBlindFind(u"abc", u"BCD"), 0);
+    EXPECT_EQ(CaseBlindFind(u"abc", u"", 4), 4);
+    EXPECT_EQ(CaseBlindFind(u"abc", u"", 5), 0);
+    EXPECT_EQ(CaseBlindFind(u"abc", u"a", 5), 0);
+    EXPECT_EQ(ErrorOf([] { CaseBlindFind(u"abc", u"a", 0); }), kInvalidCall);
+}
+
+}  // namespace
+}  // namespace kiv
