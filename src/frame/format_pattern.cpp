@@ -1,0 +1,253 @@
+// Pattern formatting of numbers, dates and texts: digit placeholders with
+// the Italian separators, date parts, right-aligned text placeholders.
+#include <cmath>
+
+#include "frame/convert.hpp"
+#include "frame/errors.hpp"
+#include "frame/locale.hpp"
+#include "frame/runtime.hpp"
+
+namespace kiv {
+namespace {
+
+enum class Kind { Number, Text, Date };
+
+char16_t Lower(char16_t c) { return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 32) : c; }
+
+// Quoted runs and backslash escapes are literal text in every kind of
+// pattern. Returns the index after the literal, appending it to `out`.
+std::size_t CopyLiteral(const String& pat, std::size_t i, String* out) {
+    if (pat[i] == u'\\') {
+        if (i + 1 < pat.size() && out) *out += pat[i + 1];
+        return i + 2;
+    }
+    std::size_t j = i + 1;  // a double quote
+    while (j < pat.size() && pat[j] != u'"') {
+        if (out) *out += pat[j];
+        ++j;
+    }
+    return j + 1;
+}
+
+bool IsLiteralStart(char16_t c) { return c == u'"' || c == u'\\'; }
+
+Kind Classify(const String& pat) {
+    bool dateLetter = false, month = false, text = false, digits = false;
+    for (std::size_t i = 0; i < pat.size();) {
+        if (IsLiteralStart(pat[i])) { i = CopyLiteral(pat, i, nullptr); continue; }
+        const char16_t c = Lower(pat[i++]);
+        if (c == u'd' || c == u'y' || c == u'h' || c == u'n' || c == u's') dateLetter = true;
+        else if (c == u'm') month = true;
+        else if (c == u'@') text = true;
+        else if (c == u'0' || c == u'#') digits = true;
+    }
+    // "mm" alone is the month; an "m" among digit or text placeholders is a letter.
+    if (dateLetter || (month && !digits && !text)) return Kind::Date;
+    return text ? Kind::Text : Kind::Number;
+}
+
+bool IsPlaceholder(char16_t c) { return c == u'0' || c == u'#'; }
+
+String FormatNumber(const DecimalDigits& number, const String& pat) {
+    const Locale& loc = currentLocale();
+    // First pass: where the decimal point is, how many placeholders on each
+    // side, whether a comma between digit placeholders asks for grouping.
+    std::size_t point = String::npos;
+    int intPlaces = 0, decPlaces = 0, trailingHashes = 0;
+    for (std::size_t i = 0; i < pat.size();) {
+        if (IsLiteralStart(pat[i])) { i = CopyLiteral(pat, i, nullptr); continue; }
+        const char16_t c = pat[i];
+        if (point == String::npos && c == u'.') point = i;
+        else if (IsPlaceholder(c)) {
+            if (point == String::npos) ++intPlaces;
+            else {
+                ++decPlaces;
+                trailingHashes = c == u'#' ? trailingHashes + 1 : 0;
+            }
+        }
+        ++i;
+    }
+    bool grouping = false;
+    for (std::size_t i = 0, seen = 0; i < pat.size() && i < point;) {
+        if (IsLiteralStart(pat[i])) { i = CopyLiteral(pat, i, nullptr); continue; }
+        if (IsPlaceholder(pat[i])) ++seen;
+        else if (pat[i] == u',' && seen > 0 && static_cast<int>(seen) < intPlaces) grouping = true;
+        ++i;
+    }
+
+    // Round the decimal digits half away from zero at the last decimal place.
+    char digs[40];
+    int n = number.count, x = number.exponent;
+    for (int i = 0; i < n; ++i) digs[i] = number.digits[i];
+    if (n == 1 && digs[0] == '0') n = 0;
+    const int keep = x + decPlaces + 1;
+    if (keep < n) {
+        const bool up = keep >= 0 && digs[keep] >= '5';
+        n = keep < 0 ? 0 : keep;
+        if (up) {
+            int i = n - 1;
+            while (i >= 0 && digs[i] == '9') --i;
+            if (i < 0) {  // 9.99 -> 10.0: a new leading digit
+                digs[0] = '1';
+                n = 1;
+                ++x;
+            } else {
+                ++digs[i];
+                n = i + 1;
+            }
+        }
+    }
+    const auto digitAt = [&](int idx) { return idx >= 0 && idx < n ? digs[idx] : '0'; };
+    const int intLen = n > 0 && x >= 0 ? x + 1 : 0;  // integer digits, digitAt(0 .. intLen-1)
+    // Trailing "#" decimals show only significant digits.
+    int decShown = decPlaces;
+    while (decShown > decPlaces - trailingHashes && digitAt(x + decShown) == '0') --decShown;
+
+    String out;
+    out.reserve(pat.size() + static_cast<std::size_t>(intLen) + 8);
+    if (number.negative) out += u'-';  // also when the rounded value is zero
+    const auto emit = [&](char d, int pos) {
+        out += static_cast<char16_t>(d);
+        if (grouping && pos > 0 && pos % 3 == 0) out += loc.grouping;
+    };
+    const int surplus = intLen > intPlaces ? intLen - intPlaces : 0;
+    const auto emitSurplus = [&](int count) {
+        for (int j = 0; j < count; ++j) emit(digitAt(j), intLen - 1 - j);
+    };
+    int q = 0, f = 0;
+    bool decimals = false;
+    for (std::size_t i = 0; i < pat.size();) {
+        const char16_t c = pat[i];
+        if (IsLiteralStart(c)) { i = CopyLiteral(pat, i, &out); continue; }
+        ++i;
+        if (!decimals) {
+            if (i - 1 == point) {
+                if (intPlaces == 0) emitSurplus(intLen);
+                out += loc.decimal;
+                decimals = true;
+            } else if (IsPlaceholder(c)) {
+                if (q == 0) emitSurplus(surplus);  // digits beyond the placeholders go in front
+                const int pos = intPlaces - 1 - q++;
+                if (pos < intLen) emit(digitAt(intLen - 1 - pos), pos);
+                else if (c == u'0') emit('0', pos);
+            } else if (!(c == u',' && grouping)) {
+                out += c;
+            }
+        } else if (IsPlaceholder(c)) {
+            if (f < decShown) out += static_cast<char16_t>(digitAt(x + 1 + f));
+            ++f;
+        } else {
+            out += c;
+        }
+    }
+    if (!decimals && intPlaces == 0) emitSurplus(intLen);
+    return out;
+}
+
+// The text right-aligned on the "@" places; blanks fill the places it does
+// not reach, a longer text spills in front of the first place.
+String FormatText(const String& text, const String& pat) {
+    int places = 0;
+    for (std::size_t i = 0; i < pat.size();) {
+        if (IsLiteralStart(pat[i])) { i = CopyLiteral(pat, i, nullptr); continue; }
+        places += pat[i++] == u'@';
+    }
+    const int len = static_cast<int>(text.size());
+    String out;
+    out.reserve(pat.size() + text.size());
+    int q = 0;
+    for (std::size_t i = 0; i < pat.size();) {
+        if (IsLiteralStart(pat[i])) { i = CopyLiteral(pat, i, &out); continue; }
+        const char16_t c = pat[i++];
+        if (c != u'@') { out += c; continue; }
+        if (q == 0 && len > places) out.append(text, 0, static_cast<std::size_t>(len - places));
+        const int pos = places - 1 - q++;
+        out += pos < len ? text[static_cast<std::size_t>(len - 1 - pos)] : u' ';
+    }
+    return out;
+}
+
+void AppendNumber(String& out, int v, int width) {
+    char16_t tmp[12];
+    int n = 0;
+    do {
+        tmp[n++] = static_cast<char16_t>(u'0' + v % 10);
+        v /= 10;
+    } while (v > 0);
+    for (int k = n; k < width; ++k) out += u'0';
+    while (n > 0) out += tmp[--n];
+}
+
+bool IsDateLetter(char16_t c) {
+    c = Lower(c);
+    return c == u'd' || c == u'm' || c == u'y' || c == u'h' || c == u'n' || c == u's';
+}
+
+String FormatDate(Date date, const String& pat) {
+    const DateParts p = SplitDate(date);
+    String out;
+    out.reserve(pat.size() + 8);
+    bool afterHour = false;
+    for (std::size_t i = 0; i < pat.size();) {
+        if (IsLiteralStart(pat[i])) { i = CopyLiteral(pat, i, &out); continue; }
+        const char16_t c = Lower(pat[i]);
+        if (!IsDateLetter(c)) {
+            out += pat[i++];
+            continue;
+        }
+        std::size_t run = 1;
+        while (i + run < pat.size() && Lower(pat[i + run]) == c) ++run;
+        i += run;
+        const int width = run >= 2 ? 2 : 1;
+        switch (c) {
+            case u'd': AppendNumber(out, p.day, width); break;
+            case u'y':
+                if (run >= 3) AppendNumber(out, p.year, 4);
+                else if (run == 2) AppendNumber(out, p.year % 100, 2);
+                else AppendNumber(out, static_cast<int>(DateFromParts(p.year, p.month, p.day).serial -
+                                                        DateFromParts(p.year, 1, 1).serial) + 1, 1);
+                break;
+            case u'm': {
+                // Minutes right after an hour, or right before seconds.
+                std::size_t k = i;
+                while (k < pat.size() && !IsDateLetter(pat[k])) ++k;
+                const bool minutes = afterHour || (k < pat.size() && Lower(pat[k]) == u's');
+                AppendNumber(out, minutes ? p.minute : p.month, width);
+                break;
+            }
+            case u'h': AppendNumber(out, p.hour, width); break;
+            case u'n': AppendNumber(out, p.minute, width); break;
+            default: AppendNumber(out, p.second, width); break;
+        }
+        afterHour = c == u'h';
+    }
+    return out;
+}
+
+bool InDateRange(double serial) { return serial >= -657434 && serial < 2958466; }
+
+}  // namespace
+
+String FormatPattern(const Variant& value, const String& pattern) {
+    if (value.isNull()) return String();
+    if (pattern.empty()) return ToText(value);
+    switch (Classify(pattern)) {
+        case Kind::Text: return FormatText(JoinText(value), pattern);
+        case Kind::Date: {
+            if (value.isString() && !IsNumericValue(value)) {
+                if (!IsDateValue(value)) return *value.as<String>();
+                return FormatDate(ToDateLocale(value), pattern);
+            }
+            const double serial = ToDoubleLocale(value);
+            if (!InDateRange(serial)) raise(kOverflow);
+            return FormatDate(Date{serial}, pattern);
+        }
+        case Kind::Number:
+            if (const Single* s = value.as<Single>()) return FormatNumber(ToDecimalDigits(*s), pattern);
+            if (value.isString() && !IsNumericValue(value)) return *value.as<String>();
+            return FormatNumber(ToDecimalDigits(ToDoubleLocale(value), 15), pattern);
+    }
+    return String();
+}
+
+}  // namespace kiv
