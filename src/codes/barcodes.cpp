@@ -1,6 +1,7 @@
 // Check digits of numeric barcodes: the EAN family and Code 32 (Italian
 // pharmaceutical products). The caller passes the full code or "?" in place
 // of the check digit and compares the answer with its own last character.
+#include "codes/code_text.hpp"
 #include "frame/cl_kiv.hpp"
 #include "frame/errors.hpp"
 #include "frame/runtime.hpp"
@@ -13,15 +14,19 @@ namespace {
 // Everything but a trailing "?" must pass the numeric test.
 bool acceptable(const String& code) {
     if (code.empty()) return false;
-    const String body = code.back() == u'?' ? Left(code, static_cast<Long>(code.size()) - 1) : code;
-    return IsNumericValue(Variant(body));
+    if (code.back() != u'?') return codes::IsNumericText(code);
+    String body = Left(code, static_cast<Long>(code.size()) - 1);
+    return codes::IsNumericOwnText(body);
 }
 
-// The value of one character; a sign or a blank that the numeric test let
-// through counts 0, and so does a position past the end.
+// The value of one character as the runtime reads its text; a sign or a
+// blank that the numeric test let through counts 0, and so does a position
+// past the end.
 Long digitAt(const String& code, std::size_t position) {
     if (position > code.size()) return 0;
-    return static_cast<Long>(ValPrefix(String(1, code[position - 1])));
+    const char16_t c = code[position - 1];
+    if (c >= u'0' && c <= u'9') return c - u'0';
+    return static_cast<Long>(ValPrefix(String(1, c)));
 }
 
 }  // namespace

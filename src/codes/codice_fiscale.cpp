@@ -1,6 +1,9 @@
 // Codice fiscale: the check letter of a personal code and three tests of a
 // text as a tax code (tolerant with a reason, shape only, strict personal).
+#include <cstdint>
+
 #include "codes/cf_tables.hpp"
+#include "codes/code_text.hpp"
 #include "frame/runtime.hpp"
 #include "frame/strings.hpp"
 
@@ -22,21 +25,29 @@ const CfValueTables& CfTables(Cl_KIV& reader) {
 }
 
 int CfAlphabetIndex(char16_t c) {
-    // The alphabet folded once; a folded character outside ASCII is not in it.
-    static const std::array<int, 128> places = [] {
-        std::array<int, 128> built{};
-        for (int place = 36; place >= 1; --place) built[FoldCase(kCfAlphabet[place - 1]) & 0x7F] = place;
+    // Plain ASCII, nearly every character of a code, in either case.
+    static constexpr std::array<std::int8_t, 128> kAsciiPlaces = [] {
+        std::array<std::int8_t, 128> built{};
+        for (int place = 1; place <= 36; ++place) {
+            const char16_t a = kCfAlphabet[place - 1];
+            built[a] = static_cast<std::int8_t>(place);
+            if (a >= u'A' && a <= u'Z') built[a + 32] = static_cast<std::int8_t>(place);
+        }
         return built;
     }();
+    if (c < 128) return kAsciiPlaces[c];
+    // Beyond ASCII only a character folding onto one of ours is found.
     const char16_t folded = FoldCase(c);
-    return folded < 128 ? places[folded] : 0;
+    return folded < 128 ? kAsciiPlaces[folded] : 0;
 }
 
 }  // namespace codes
 
 namespace {
 
-bool isNumericText(const String& text) { return IsNumericValue(Variant(text)); }
+using codes::IsNumericOwnText;
+using codes::IsNumericText;
+using codes::Trimmed;
 
 // Positions 1-6, 9, 12, 16 hold letters and 7, 8, 10, 11, 13-15 digits;
 // positions past the end contribute nothing.
@@ -46,9 +57,10 @@ String digitPart(const String& t) { return Mid(t, 7, 2) + Mid(t, 10, 2) + Mid(t,
 }  // namespace
 
 String Cl_KIV::Get_CheckCF(const String& T_Cf) {
-    const String t = SostChar(Trim(T_Cf), u" ,.-", u"");
+    String storage;
+    String t = SostChar(Trimmed(T_Cf, storage), u" ,.-", u"");
     if (t.empty()) return u"";
-    if (isNumericText(t)) return t.size() == 11 ? Get_CheckPI(t) : String();
+    if (IsNumericOwnText(t)) return t.size() == 11 ? Get_CheckPI(t) : String();
 
     const codes::CfValueTables& values = codes::CfTables(*this);
     Long oddSum = 0;
@@ -68,8 +80,9 @@ String Cl_KIV::Get_CheckCF(const String& T_Cf) {
 
 EnCF_Result Cl_KIV::Is_CFTest(const String& T_Cf) {
     // Hyphens stay: only blanks, commas and points are dropped here.
-    const String t = SostChar(Trim(T_Cf), u" ,.", u"");
-    const bool numeric = isNumericText(t);
+    String storage;
+    String t = SostChar(Trimmed(T_Cf, storage), u" ,.", u"");
+    const bool numeric = IsNumericOwnText(t);
     if (numeric) {
         // A company's code is eleven digits shaped like a VAT number.
         const EnPI_Result pi = Is_PITest(t);
@@ -91,22 +104,22 @@ Boolean Cl_KIV::Is_CodFisc(const String& S_CF, Boolean StrongAlfa) {
     const String t = Trim(UCase(SostChar(S_CF, u" .-", u"")));
     if (t.empty() || (t.size() != 16 && t.size() != 11)) return false;
 
-    if (isNumericText(t)) {
+    if (IsNumericText(t)) {
         if (t.size() == 16 || StrongAlfa) return false;
         // A body's code (8 or 9 first) is refused here, unlike Is_CFTest.
         return Is_PITest(t) == PI_IsOK;
     }
 
-    if (!isNumericText(digitPart(t))) return false;
+    if (!IsNumericText(digitPart(t))) return false;
     for (char16_t c : letterPart(t)) {
-        if (isNumericText(String(1, c))) return false;
+        if (IsNumericText(String(1, c))) return false;
     }
     return true;
 }
 
 Boolean Cl_KIV::Is_CFAlfa(const String& T_Cf) {
     if (T_Cf.size() != 16) return false;
-    if (!isNumericText(digitPart(T_Cf))) return false;
+    if (!IsNumericText(digitPart(T_Cf))) return false;
 
     const String letters = letterPart(T_Cf);
     if (SostChar(letters, u"0123456789", u"") != letters) return false;

@@ -1,5 +1,6 @@
 // Partita IVA: the check digit of the first ten digits and the classification
 // of a text as a VAT number.
+#include "codes/code_text.hpp"
 #include "frame/cl_kiv.hpp"
 #include "frame/convert.hpp"
 #include "frame/runtime.hpp"
@@ -9,20 +10,21 @@ namespace kiv {
 
 namespace {
 
-bool isNumericText(const String& text) { return IsNumericValue(Variant(text)); }
-
-// Each digit goes through the runtime's own conversion of its one-character
-// text, so a sign or an exponent letter that the numeric test let through
-// fails here with Type mismatch.
+// A decimal digit is its value; any other character goes through the
+// runtime's conversion of its one-character text, so a sign or an exponent
+// letter that the numeric test let through fails with Type mismatch.
 Long digitAt(const String& text, std::size_t position) {
-    return ToInteger(Variant(String(1, text[position - 1])));
+    const char16_t c = text[position - 1];
+    if (c >= u'0' && c <= u'9') return c - u'0';
+    return ToInteger(Variant(String(1, c)));
 }
 
 }  // namespace
 
 String Cl_KIV::Get_CheckPI(const String& T_PI) {
-    const String t = SostChar(Trim(T_PI), u" ,.-", u"");
-    if (t.size() < 10 || !isNumericText(t)) return u"";
+    String storage;
+    String t = SostChar(codes::Trimmed(T_PI, storage), u" ,.-", u"");
+    if (t.size() < 10 || !codes::IsNumericOwnText(t)) return u"";
 
     Long x = 0;
     for (std::size_t i = 1; i <= 9; i += 2) x += digitAt(t, i);
@@ -39,7 +41,8 @@ String Cl_KIV::Get_CheckPI(const String& T_PI) {
 }
 
 EnPI_Result Cl_KIV::Is_PITest(const String& T_PI) {
-    String t = SostChar(Trim(T_PI), u" ,.", u"");
+    String storage;
+    String t = SostChar(codes::Trimmed(T_PI, storage), u" ,.", u"");
     // The length is taken once: a stripped "IT" prefix does not shorten it.
     const std::size_t n = t.size();
 
@@ -48,7 +51,7 @@ EnPI_Result Cl_KIV::Is_PITest(const String& T_PI) {
         if (UCase(Left(t, 2)) != u"IT") return PI_Estera;
         t = Mid(t, 3);
     }
-    if (!isNumericText(t)) return PI_Alfa;
+    if (!codes::IsNumericOwnText(t)) return PI_Alfa;
     if (n < 11) return PI_Short;
     if (n > 11) return PI_Long;
 
