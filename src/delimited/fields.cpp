@@ -7,6 +7,10 @@
 #include "frame/errors.hpp"
 #include "frame/strings.hpp"
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 namespace kiv {
 
 namespace {
@@ -42,7 +46,10 @@ public:
         return kNone;
     }
 
+    std::u16string_view row() const { return row_; }
+
     String text(std::size_t from, std::size_t length) const {
+        if (from + length <= row_.size()) return String(row_.substr(from, length));
         String out;
         out.reserve(length);
         for (std::size_t k = from; k < from + length; ++k) out += at(k);
@@ -67,11 +74,57 @@ struct Scan {
     std::size_t cursor = 0;       // 0-based: one past the first character of the last separator found
 };
 
+// 0-based position of the k-th (k >= 1) occurrence of c in `text`, kNone
+// when there are fewer; `seen` tells how many there were before it.
+std::size_t NthOccurrence(std::u16string_view text, char16_t c, std::size_t k, std::size_t& seen) {
+    const char16_t* s = text.data();
+    const std::size_t n = text.size();
+    std::size_t i = 0;
+    seen = 0;
+#if defined(__SSE2__)
+    // Eight code units at a time, counting matches until the block holding the k-th.
+    const __m128i needle = _mm_set1_epi16(static_cast<short>(c));
+    for (; i + 8 <= n; i += 8) {
+        const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + i));
+        // One bit per matching unit; records are sparse in separators, so
+        // clearing bits one by one beats a software population count.
+        auto mask = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi16(block, needle))) & 0x5555u;
+        std::size_t count = 0;
+        for (; mask != 0; mask &= mask - 1) ++count;
+        if (seen + count >= k) break;
+        seen += count;
+    }
+#endif
+    for (; i < n; ++i)
+        if (s[i] == c && ++seen == k) return i;
+    return kNone;
+}
+
+// The scan with a one-character separator: the padding is all separators, so
+// step k ends at the k-th separator of the record or, past the record's own,
+// at the matching padding character. Counting separators gives the same
+// field as stepping, without a call per step.
+Scan ScanOneCharacter(const PaddedRow& w, char16_t c, long steps) {
+    if (steps < 1) return Scan{};
+    const std::u16string_view row = w.row();
+    const auto at = [&](std::size_t k) {  // position in w of the k-th separator
+        std::size_t seen = 0;
+        const std::size_t p = NthOccurrence(row, c, k, seen);
+        return p != kNone ? p : row.size() + (k - seen - 1);
+    };
+    const auto k = static_cast<std::size_t>(steps);
+    const std::size_t start = k >= 2 ? at(k - 1) + 1 : 0;
+    std::size_t end = start < row.size() ? row.find(c, start) : kNone;
+    if (end == kNone) end = std::max(start, row.size());
+    return Scan{start, end - start, end + 1};
+}
+
 // `steps` steps of the padded scan. A step that finds no separator (only
 // possible with a longer separator) changes nothing. The cursor moves one
 // character past the separator's start, so later fields of a multi-character
 // separator begin with its remaining characters.
 Scan ScanFields(const PaddedRow& w, const String& Sep, long steps) {
+    if (Sep.size() == 1) return ScanOneCharacter(w, Sep[0], steps);
     Scan s;
     for (long k = 1; k <= steps; ++k) {
         const std::size_t p = w.find(Sep, s.cursor);
