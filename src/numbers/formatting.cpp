@@ -1,14 +1,240 @@
-// Not written yet: every member raises until its subject is done.
+// Fixed-width number formatting for screens, reports and record files:
+// right-aligned, decimal comma, optional apostrophe thousands marks, fill
+// character and trimming of trailing zeros.
+#include <cmath>
+
 #include "frame/cl_kiv.hpp"
+#include "frame/convert.hpp"
 #include "frame/errors.hpp"
+#include "frame/host.hpp"
+#include "frame/runtime.hpp"
+#include "frame/strings.hpp"
 
 namespace kiv {
 
-String Cl_KIV::FmtNum(const Variant& /*N*/, Integer /*Lun*/, Integer /*Dec*/, Ref<Boolean> /*Fl_Mig*/, const String& /*Fill_Num*/, Integer /*MaxEndingZeros*/) { raise(kNotSupported); }
-String Cl_KIV::FmtNumOld(const Variant& /*N*/, Integer /*Lun*/, Integer /*Dec*/, Ref<Boolean> /*Fl_Mig*/, const String& /*Fill_Num*/) { raise(kNotSupported); }
-String Cl_KIV::NoVirg(const Variant& /*N*/, Integer /*Lun*/, Integer /*Dec*/) { raise(kNotSupported); }
-String Cl_KIV::FmtTag(const String& /*Txt*/, Ref<Variant> /*Lun*/, const String& /*Tag*/, Boolean /*Trimmed*/) { raise(kNotSupported); }
-String Cl_KIV::FmtZero(const Variant& /*T_Tag*/) { raise(kNotSupported); }
-String Cl_KIV::Perc2Str(Ref<Variant> /*Perc*/, Ref<Integer> /*LStr*/, Ref<String> /*SStr*/) { raise(kNotSupported); }
+namespace {
+
+bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
+
+// The marker a mis-sized column gets: the number through `marker`, then
+// right-aligned in fifteen characters so that it stands out.
+String FormatError(const Variant& x, const char16_t* marker) {
+    currentHost().messageBox(MsgIcon::Exclamation, u"FmtNum", u"ERRORE di formato in Function FmtNum!");
+    return FormatPattern(Variant(FormatPattern(x, marker)), String(15, u'@'));
+}
+
+// "###...0" or "###...0.00": exactly Lun characters. Sets the length of the
+// integer part and the width the decimals take.
+String NumberPattern(Integer Lun, Integer Dec, std::size_t& integerLength, Long& extra) {
+    String pattern;
+    if (Dec != 0) {
+        pattern = StringOf(checkedInteger(Lun - Dec - 2), u'#');
+        pattern += u'0';
+        integerLength = pattern.size();
+        pattern += u'.';
+        pattern += StringOf(Dec, u'0');
+        extra = Dec + 1;
+    } else {
+        pattern = StringOf(checkedInteger(Lun - 1), u'#');
+        pattern += u'0';
+        integerLength = pattern.size();
+        extra = 0;
+    }
+    return pattern;
+}
+
+// Digits, marks and decimals the number needs; the digit count comes from
+// the component's own Log10, quirks and all.
+Double NeededWidth(Cl_KIV& kiv, Double x, Long extra) {
+    Double L = 0;
+    if (x != 0) {
+        L = kiv.Log10(Variant(std::fabs(x)));
+        if (x < 0) L = L + 1;  // room for the sign
+    }
+    const Double digits = IntFloor(L) + 1;
+    const Double marks = IntFloor((digits - 1) / 3);
+    return marks + digits + static_cast<Double>(extra);
+}
+
+// Every third integer digit from the right becomes a mark; the pattern keeps its length.
+void PutMarks(String& pattern, std::size_t integerLength) {
+    for (long k = static_cast<long>(integerLength) - 3; k >= 1; k -= 4) pattern[static_cast<std::size_t>(k - 1)] = u'\'';
+}
+
+// Marks printed before the first digit would stand alone: they become blanks.
+// A sign is passed over, so a mark between sign and digits goes too.
+void BlankLeadingMarks(String& s) {
+    for (char16_t& c : s) {
+        if (IsDigit(c)) break;
+        if (c == u'\'') c = u' ';
+    }
+}
+
+String Aligned(const Variant& x, const String& pattern) {
+    return FormatPattern(Variant(FormatPattern(x, pattern)), String(pattern.size(), u'@'));
+}
+
+// Leading blanks become the fill character; the first other character
+// (a digit or a "-") ends the fill.
+void FillBlanks(String& s, const String& Fill_Num) {
+    if (Fill_Num.empty()) return;
+    for (char16_t& c : s) {
+        if (c != u' ') break;
+        c = Fill_Num[0];
+    }
+}
+
+bool ZeroLike(const Variant& x) {
+    if (x.isNull() || x.isEmpty()) return true;
+    const String* s = x.as<String>();
+    return s != nullptr && s->empty();
+}
+
+}  // namespace
+
+String Cl_KIV::FmtNum(const Variant& N, Integer Lun, Integer Dec, Ref<Boolean> Fl_Mig, const String& Fill_Num,
+                      Integer MaxEndingZeros) {
+    // Null and "" print as zero (Empty equals "" as well).
+    const Variant X = ZeroLike(N) ? Variant(Integer{0}) : N;
+
+    if (Dec >= 1 && Lun < checkedInteger(Dec + 2)) return FormatError(X, u"0000000000Z.ZZZ");
+
+    std::size_t integerLength = 0;
+    Long extra = 0;
+    String pattern = NumberPattern(Lun, Dec, integerLength, extra);
+
+    const Double x = ToDouble(X);
+    if (*Fl_Mig && NeededWidth(*this, x, extra) > Lun) *Fl_Mig = false;  // tells the caller the marks were dropped
+
+    String result;
+    if (*Fl_Mig) {
+        PutMarks(pattern, integerLength);
+        result = Aligned(X, pattern);
+        BlankLeadingMarks(result);
+    } else {
+        result = Aligned(X, pattern);
+    }
+    FillBlanks(result, Fill_Num);
+
+    const Integer M = MaxEndingZeros;
+    if (!(x != 0 && M >= 0)) {
+        if (M == -2 && x == 0) return Space(Lun);  // blank when zero
+        return result;
+    }
+
+    // The comma's position is held in a byte.
+    if (result.size() > 255) raise(kOverflow);
+    const Long p = InStr(result, u",");
+    if (p == 0) return result;
+    const String D = Mid(result, p + 1);
+    const std::size_t lastNonZero = D.find_last_not_of(u'0');
+    if (lastNonZero == String::npos) return Left(result, M != 0 ? p + M : p - 1);
+    result = Left(result, p + static_cast<Long>(lastNonZero) + 1);
+    // M is the least count of decimals kept once the zeros are cut.
+    while (static_cast<Long>(result.size()) < p + M) result += u'0';
+    return result;
+}
+
+String Cl_KIV::FmtNumOld(const Variant& N, Integer Lun, Integer Dec, Ref<Boolean> Fl_Mig, const String& Fill_Num) {
+    // Only a true Null or Empty counts as zero here; "" is not numeric.
+    const Variant X = (N.isNull() || N.isEmpty()) ? Variant(Integer{0}) : N;
+    if (Dec < 0) Dec = 0;
+
+    if (Dec >= 1 && Lun < checkedInteger(Dec + 2)) return FormatError(X, u"00000000000.00000");
+
+    std::size_t integerLength = 0;
+    Long extra = 0;
+    String pattern = NumberPattern(Lun, Dec, integerLength, extra);
+
+    const Double x = ToDouble(X);
+    if (*Fl_Mig && NeededWidth(*this, x, extra) > Lun) *Fl_Mig = false;
+    if (*Fl_Mig) PutMarks(pattern, integerLength);
+
+    // The magnitude is laid out first and the sign put against its digits.
+    String result = Aligned(x < 0 ? Variant(std::fabs(x)) : X, pattern);
+    if (*Fl_Mig) BlankLeadingMarks(result);
+    if (x < 0) {
+        const std::size_t blank = result.rfind(u' ');
+        if (blank == String::npos) result.insert(result.begin(), u'-');
+        else result[blank] = u'-';
+    }
+    FillBlanks(result, Fill_Num);
+    return result;
+}
+
+String Cl_KIV::NoVirg(const Variant& N, Integer Lun, Integer Dec) {
+    const String S = this->FmtNum(N, checkedInteger(Lun + 1), Dec);
+    const Long p = InStr(S, u",");
+    // Without decimals the extra column stays: old record layouts expect it.
+    if (p == 0) return S;
+    const Long width = checkedInteger(Lun - Dec);
+    return Right(Space(width) + Left(S, p - 1), width) + Mid(S, p + 1);
+}
+
+String Cl_KIV::FmtTag(const String& Txt, Ref<Variant> Lun, const String& Tag, Boolean Trimmed) {
+    String result = Txt;
+    if (IsNumericValue(Variant(Txt)) && Tag.size() == 2 && Tag[0] == u'N' && IsNumericValue(Variant(Tag.substr(1)))) {
+        if (CompareValues(*Lun, Variant(Integer{1})) == Order::Less) *Lun = Variant(Integer{8});
+        const Integer d = checkedInteger(static_cast<std::int64_t>(ToDoubleLocale(Variant(Tag.substr(1)))));
+        result = this->FmtNum(Variant(ToDoubleLocale(Variant(Trim(Txt)))), ToInteger(*Lun), d, false, u"", -1);
+        if (Trimmed) result = Trim(result);
+    }
+    return result;
+}
+
+String Cl_KIV::FmtZero(const Variant& T_Tag) {
+    const String tag = JoinText(T_Tag);
+    String R;
+    if (Left(tag, 1) == u"N") {
+        R = u"0";
+        const Double d = ValPrefix(Mid(tag, 2));
+        if (d > 0) R = u"0," + StringOf(RoundToLong(d), u'0');
+    }
+    return Trim(R);
+}
+
+namespace {
+
+// -Perc of the runtime: the type stays, except that a negated Boolean is an
+// Integer and negated text a Double.
+Variant Negated(const Variant& v) {
+    if (const Integer* i = v.as<Integer>()) return Variant(checkedInteger(-static_cast<std::int64_t>(*i)));
+    if (const Long* l = v.as<Long>()) return Variant(checkedLong(-static_cast<std::int64_t>(*l)));
+    if (const Single* f = v.as<Single>()) return Variant(static_cast<Single>(-*f));
+    if (const Double* d = v.as<Double>()) return Variant(-*d);
+    if (const Currency* c = v.as<Currency>()) return Variant(Currency{-c->scaled});
+    if (const Date* t = v.as<Date>()) return Variant(Date{-t->serial});
+    if (const Boolean* b = v.as<Boolean>()) return Variant(Integer{static_cast<Integer>(*b ? 1 : 0)});
+    return Variant(-ToDoubleLocale(v));
+}
+
+}  // namespace
+
+String Cl_KIV::Perc2Str(Ref<Variant> Perc, Ref<Integer> LStr, Ref<String> SStr) {
+    if (CompareValues(*Perc, Variant(Integer{0})) == Order::Less) *Perc = Negated(*Perc);
+    if (CompareValues(*Perc, Variant(Integer{100})) == Order::Greater) *Perc = Variant(Integer{100});
+
+    if (*LStr == 0) *LStr = 10;
+
+    String background;
+    if (*LStr > 0) {
+        if (SStr->size() < 2) *SStr += u'.';
+        *SStr = Left(*SStr, 2);
+        if (SStr->size() < 2) raise(kInvalidCall);  // no background character
+        background = StringOf(*LStr, (*SStr)[1]);
+    }
+    if (*LStr < 0) {
+        // Ruler style: four segments of n dashes between marks.
+        const Integer n = checkedInteger(-static_cast<std::int64_t>(*LStr));
+        const String B = StringOf(n, u'-');
+        background = u"|" + B + u"+" + B + u"|" + B + u"+" + B + u"|";
+        *LStr = Len16(background);
+    }
+
+    if (SStr->empty()) raise(kInvalidCall);  // no fill character
+    const Double count = IntFloor(static_cast<Double>(*LStr) * ToDouble(*Perc) / 100);
+    const String filled = StringOf(static_cast<Long>(count), (*SStr)[0]);
+    return filled + Mid(background, static_cast<Long>(filled.size()) + 1);
+}
 
 }  // namespace kiv
