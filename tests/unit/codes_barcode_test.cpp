@@ -57,7 +57,7 @@ TEST_P(CodesSymbology, VerifiesOrCompletes) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Cases, CodesSymbology,
+    Codes, CodesSymbology,
     ::testing::Values(
         Case{codes::kSymEan8, u"9638507", u"96385074", true, true},
         Case{codes::kSymEan8, u"96385074", u"96385074", true, false},

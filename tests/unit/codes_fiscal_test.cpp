@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <vector>
+
 #include "codes/cf_tables.hpp"
 #include "frame/errors.hpp"
 #include "frame/runtime.hpp"
@@ -15,6 +17,33 @@ protected:
     // that a case fails for its own reason and not for its check letter.
     String withCheck(const String& body) { return body + kiv.Get_CheckCF(body); }
 };
+
+// The lists split by hand: field k is the k-th run between commas.
+std::vector<Long> SplitValues(const String& list) {
+    std::vector<Long> values{0};  // index 0 selects no field
+    Long current = 0;
+    for (char16_t c : list + u",") {
+        if (c == u',') {
+            values.push_back(current);
+            current = 0;
+        } else {
+            current = current * 10 + (c - u'0');
+        }
+    }
+    return values;
+}
+
+TEST_F(CodesFiscal, TablesHoldTheListedValues) {
+    const codes::CfValueTables& tables = codes::CfTables(kiv);
+    const std::vector<Long> odd = SplitValues(codes::kCfOddValues);
+    const std::vector<Long> even = SplitValues(codes::kCfEvenValues);
+    ASSERT_EQ(odd.size(), 37u);
+    ASSERT_EQ(even.size(), 37u);
+    for (std::size_t index = 0; index <= 36; ++index) {
+        EXPECT_EQ(tables.odd[index], odd[index]) << "odd " << index;
+        EXPECT_EQ(tables.even[index], even[index]) << "even " << index;
+    }
+}
 
 TEST_F(CodesFiscal, AlphabetLookupAgreesWithCaseBlindSearch) {
     for (char32_t c = 0; c <= 0xFFFF; ++c) {
