@@ -3,7 +3,6 @@
 // of the check digit and compares the answer with its own last character.
 #include "codes/code_text.hpp"
 #include "frame/cl_kiv.hpp"
-#include "frame/errors.hpp"
 #include "frame/runtime.hpp"
 #include "frame/strings.hpp"
 
@@ -39,10 +38,10 @@ Integer Cl_KIV::BCheck_EAN(const String& BCode, En_EANType /*BType*/) {
     for (std::size_t i = 1; i < length; ++i) {
         // The digit next to the check place always weighs 3.
         const std::size_t fromCheck = length - i;
-        sum = checkedLong(static_cast<std::int64_t>(sum) + digitAt(BCode, i) * (fromCheck % 2 == 1 ? 3 : 1));
+        sum += digitAt(BCode, i) * (fromCheck % 2 == 1 ? 3 : 1);
     }
     const Long rest = sum % 10;
-    return checkedInteger(static_cast<std::int64_t>(Ceil(Variant(rest / 10.0))) * 10 - rest);
+    return static_cast<Integer>(Ceil(Variant(rest / 10.0)) * 10 - rest);
 }
 
 Integer Cl_KIV::BCheck_Code32(const String& BCode, En_EANType /*BType*/) {
