@@ -12,18 +12,42 @@ namespace {
 
 enum class Kind { Number, Text, Date };
 
+// The result is built on the stack and becomes a String once at the end:
+// number patterns are on the hot path of every amount shown.
+class Out {
+public:
+    void put(char16_t c) {
+        if (n_ < kSmall) small_[n_] = c;
+        else {
+            if (big_.empty()) big_.assign(small_, n_);
+            big_ += c;
+        }
+        ++n_;
+    }
+    void put(const char16_t* s, std::size_t count) {
+        for (std::size_t i = 0; i < count; ++i) put(s[i]);
+    }
+    String str() const { return n_ <= kSmall ? String(small_, n_) : big_; }
+
+private:
+    static constexpr std::size_t kSmall = 96;
+    char16_t small_[kSmall];
+    String big_;
+    std::size_t n_ = 0;
+};
+
 char16_t Lower(char16_t c) { return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 32) : c; }
 
 // Quoted runs and backslash escapes are literal text in every kind of
 // pattern. Returns the index after the literal, appending it to `out`.
-std::size_t CopyLiteral(const String& pat, std::size_t i, String* out) {
+std::size_t CopyLiteral(const String& pat, std::size_t i, Out* out) {
     if (pat[i] == u'\\') {
-        if (i + 1 < pat.size() && out) *out += pat[i + 1];
+        if (i + 1 < pat.size() && out) out->put(pat[i + 1]);
         return i + 2;
     }
     std::size_t j = i + 1;  // a double quote
     while (j < pat.size() && pat[j] != u'"') {
-        if (out) *out += pat[j];
+        if (out) out->put(pat[j]);
         ++j;
     }
     return j + 1;
@@ -48,32 +72,43 @@ Kind Classify(const String& pat) {
 
 bool IsPlaceholder(char16_t c) { return c == u'0' || c == u'#'; }
 
-String FormatNumber(const DecimalDigits& number, const String& pat) {
-    const Locale& loc = currentLocale();
-    // First pass: where the decimal point is, how many placeholders on each
-    // side, whether a comma between digit placeholders asks for grouping.
+// Where the decimal point is, how many placeholders on each side, whether a
+// comma between digit placeholders asks for grouping.
+struct NumberLayout {
     std::size_t point = String::npos;
     int intPlaces = 0, decPlaces = 0, trailingHashes = 0;
+    bool grouping = false;
+};
+
+NumberLayout AnalyseNumber(const String& pat) {
+    NumberLayout l;
     for (std::size_t i = 0; i < pat.size();) {
         if (IsLiteralStart(pat[i])) { i = CopyLiteral(pat, i, nullptr); continue; }
         const char16_t c = pat[i];
-        if (point == String::npos && c == u'.') point = i;
+        if (l.point == String::npos && c == u'.') l.point = i;
         else if (IsPlaceholder(c)) {
-            if (point == String::npos) ++intPlaces;
+            if (l.point == String::npos) ++l.intPlaces;
             else {
-                ++decPlaces;
-                trailingHashes = c == u'#' ? trailingHashes + 1 : 0;
+                ++l.decPlaces;
+                l.trailingHashes = c == u'#' ? l.trailingHashes + 1 : 0;
             }
         }
         ++i;
     }
-    bool grouping = false;
-    for (std::size_t i = 0, seen = 0; i < pat.size() && i < point;) {
+    for (std::size_t i = 0, seen = 0; i < pat.size() && i < l.point;) {
         if (IsLiteralStart(pat[i])) { i = CopyLiteral(pat, i, nullptr); continue; }
         if (IsPlaceholder(pat[i])) ++seen;
-        else if (pat[i] == u',' && seen > 0 && static_cast<int>(seen) < intPlaces) grouping = true;
+        else if (pat[i] == u',' && seen > 0 && static_cast<int>(seen) < l.intPlaces) l.grouping = true;
         ++i;
     }
+    return l;
+}
+
+String FormatNumber(const DecimalDigits& number, const String& pat, const NumberLayout& layout) {
+    const Locale& loc = currentLocale();
+    const std::size_t point = layout.point;
+    const int intPlaces = layout.intPlaces, decPlaces = layout.decPlaces, trailingHashes = layout.trailingHashes;
+    const bool grouping = layout.grouping;
 
     // Round the decimal digits half away from zero at the last decimal place.
     char digs[40];
@@ -103,12 +138,11 @@ String FormatNumber(const DecimalDigits& number, const String& pat) {
     int decShown = decPlaces;
     while (decShown > decPlaces - trailingHashes && digitAt(x + decShown) == '0') --decShown;
 
-    String out;
-    out.reserve(pat.size() + static_cast<std::size_t>(intLen) + 8);
-    if (number.negative) out += u'-';  // also when the rounded value is zero
+    Out out;
+    if (number.negative) out.put(u'-');  // also when the rounded value is zero
     const auto emit = [&](char d, int pos) {
-        out += static_cast<char16_t>(d);
-        if (grouping && pos > 0 && pos % 3 == 0) out += loc.grouping;
+        out.put(static_cast<char16_t>(d));
+        if (grouping && pos > 0 && pos % 3 == 0) out.put(loc.grouping);
     };
     const int surplus = intLen > intPlaces ? intLen - intPlaces : 0;
     const auto emitSurplus = [&](int count) {
@@ -123,7 +157,7 @@ String FormatNumber(const DecimalDigits& number, const String& pat) {
         if (!decimals) {
             if (i - 1 == point) {
                 if (intPlaces == 0) emitSurplus(intLen);
-                out += loc.decimal;
+                out.put(loc.decimal);
                 decimals = true;
             } else if (IsPlaceholder(c)) {
                 if (q == 0) emitSurplus(surplus);  // digits beyond the placeholders go in front
@@ -131,17 +165,17 @@ String FormatNumber(const DecimalDigits& number, const String& pat) {
                 if (pos < intLen) emit(digitAt(intLen - 1 - pos), pos);
                 else if (c == u'0') emit('0', pos);
             } else if (!(c == u',' && grouping)) {
-                out += c;
+                out.put(c);
             }
         } else if (IsPlaceholder(c)) {
-            if (f < decShown) out += static_cast<char16_t>(digitAt(x + 1 + f));
+            if (f < decShown) out.put(static_cast<char16_t>(digitAt(x + 1 + f)));
             ++f;
         } else {
-            out += c;
+            out.put(c);
         }
     }
     if (!decimals && intPlaces == 0) emitSurplus(intLen);
-    return out;
+    return out.str();
 }
 
 // The text right-aligned on the "@" places; blanks fill the places it does
@@ -153,29 +187,28 @@ String FormatText(const String& text, const String& pat) {
         places += pat[i++] == u'@';
     }
     const int len = static_cast<int>(text.size());
-    String out;
-    out.reserve(pat.size() + text.size());
+    Out out;
     int q = 0;
     for (std::size_t i = 0; i < pat.size();) {
         if (IsLiteralStart(pat[i])) { i = CopyLiteral(pat, i, &out); continue; }
         const char16_t c = pat[i++];
-        if (c != u'@') { out += c; continue; }
-        if (q == 0 && len > places) out.append(text, 0, static_cast<std::size_t>(len - places));
+        if (c != u'@') { out.put(c); continue; }
+        if (q == 0 && len > places) out.put(text.data(), static_cast<std::size_t>(len - places));
         const int pos = places - 1 - q++;
-        out += pos < len ? text[static_cast<std::size_t>(len - 1 - pos)] : u' ';
+        out.put(pos < len ? text[static_cast<std::size_t>(len - 1 - pos)] : u' ');
     }
-    return out;
+    return out.str();
 }
 
-void AppendNumber(String& out, int v, int width) {
+void AppendNumber(Out& out, int v, int width) {
     char16_t tmp[12];
     int n = 0;
     do {
         tmp[n++] = static_cast<char16_t>(u'0' + v % 10);
         v /= 10;
     } while (v > 0);
-    for (int k = n; k < width; ++k) out += u'0';
-    while (n > 0) out += tmp[--n];
+    for (int k = n; k < width; ++k) out.put(u'0');
+    while (n > 0) out.put(tmp[--n]);
 }
 
 bool IsDateLetter(char16_t c) {
@@ -185,14 +218,13 @@ bool IsDateLetter(char16_t c) {
 
 String FormatDate(Date date, const String& pat) {
     const DateParts p = SplitDate(date);
-    String out;
-    out.reserve(pat.size() + 8);
+    Out out;
     bool afterHour = false;
     for (std::size_t i = 0; i < pat.size();) {
         if (IsLiteralStart(pat[i])) { i = CopyLiteral(pat, i, &out); continue; }
         const char16_t c = Lower(pat[i]);
         if (!IsDateLetter(c)) {
-            out += pat[i++];
+            out.put(pat[i++]);
             continue;
         }
         std::size_t run = 1;
@@ -221,7 +253,7 @@ String FormatDate(Date date, const String& pat) {
         }
         afterHour = c == u'h';
     }
-    return out;
+    return out.str();
 }
 
 bool InDateRange(double serial) { return serial >= -657434 && serial < 2958466; }
@@ -231,7 +263,16 @@ bool InDateRange(double serial) { return serial >= -657434 && serial < 2958466; 
 String FormatPattern(const Variant& value, const String& pattern) {
     if (value.isNull()) return String();
     if (pattern.empty()) return ToText(value);
-    switch (Classify(pattern)) {
+    // A caller formats many values by the same pattern: its analysis is kept.
+    thread_local String lastPattern;
+    thread_local Kind kind = Kind::Number;
+    thread_local NumberLayout layout;
+    if (pattern != lastPattern) {
+        kind = Classify(pattern);
+        layout = kind == Kind::Number ? AnalyseNumber(pattern) : NumberLayout{};
+        lastPattern = pattern;
+    }
+    switch (kind) {
         case Kind::Text: return FormatText(JoinText(value), pattern);
         case Kind::Date: {
             if (value.isString() && !IsNumericValue(value)) {
@@ -243,9 +284,9 @@ String FormatPattern(const Variant& value, const String& pattern) {
             return FormatDate(Date{serial}, pattern);
         }
         case Kind::Number:
-            if (const Single* s = value.as<Single>()) return FormatNumber(ToDecimalDigits(*s), pattern);
+            if (const Single* s = value.as<Single>()) return FormatNumber(ToDecimalDigits(*s), pattern, layout);
             if (value.isString() && !IsNumericValue(value)) return *value.as<String>();
-            return FormatNumber(ToDecimalDigits(ToDoubleLocale(value), 15), pattern);
+            return FormatNumber(ToDecimalDigits(ToDoubleLocale(value), 15), pattern, layout);
     }
     return String();
 }
