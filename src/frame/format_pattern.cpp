@@ -263,16 +263,27 @@ bool InDateRange(double serial) { return serial >= -657434 && serial < 2958466; 
 String FormatPattern(const Variant& value, const String& pattern) {
     if (value.isNull()) return String();
     if (pattern.empty()) return ToText(value);
-    // A caller formats many values by the same pattern: its analysis is kept.
-    thread_local String lastPattern;
-    thread_local Kind kind = Kind::Number;
-    thread_local NumberLayout layout;
-    if (pattern != lastPattern) {
-        kind = Classify(pattern);
-        layout = kind == Kind::Number ? AnalyseNumber(pattern) : NumberLayout{};
-        lastPattern = pattern;
+    // Callers format many values by the same few patterns (a number pattern
+    // and then a text one, say): the analysis of the last four is kept.
+    struct Analysed {
+        String pattern;
+        Kind kind = Kind::Number;
+        NumberLayout layout;
+    };
+    thread_local Analysed recent[4];
+    thread_local unsigned next = 0;
+    const Analysed* found = nullptr;
+    for (const Analysed& a : recent)
+        if (a.pattern == pattern) { found = &a; break; }
+    if (!found) {
+        Analysed& a = recent[next++ % 4];
+        a.kind = Classify(pattern);
+        a.layout = a.kind == Kind::Number ? AnalyseNumber(pattern) : NumberLayout{};
+        a.pattern = pattern;
+        found = &a;
     }
-    switch (kind) {
+    const NumberLayout& layout = found->layout;
+    switch (found->kind) {
         case Kind::Text: return FormatText(JoinText(value), pattern);
         case Kind::Date: {
             if (value.isString() && !IsNumericValue(value)) {
