@@ -1,6 +1,7 @@
 // Pattern formatting of numbers, dates and texts: digit placeholders with
 // the Italian separators, date parts, right-aligned text placeholders.
 #include <cmath>
+#include <cstring>
 
 #include "frame/convert.hpp"
 #include "frame/errors.hpp"
@@ -200,6 +201,15 @@ String FormatText(const String& text, const String& pat) {
     return out.str();
 }
 
+// The common case of FormatText, for a pattern of "@" only.
+String RightAligned(const String& text, std::size_t places) {
+    if (text.size() >= places) return text;
+    String out;
+    out.reserve(places);
+    out.append(places - text.size(), u' ').append(text);
+    return out;
+}
+
 void AppendNumber(Out& out, int v, int width) {
     char16_t tmp[12];
     int n = 0;
@@ -269,22 +279,33 @@ String FormatPattern(const Variant& value, const String& pattern) {
         String pattern;
         Kind kind = Kind::Number;
         NumberLayout layout;
+        bool placesOnly = false;  // nothing but "@": plain right alignment
     };
     thread_local Analysed recent[4];
     thread_local unsigned next = 0;
     const Analysed* found = nullptr;
     for (const Analysed& a : recent)
-        if (a.pattern == pattern) { found = &a; break; }
+        if (a.pattern.size() == pattern.size() &&
+            std::memcmp(a.pattern.data(), pattern.data(), pattern.size() * sizeof(char16_t)) == 0) {
+            found = &a;
+            break;
+        }
     if (!found) {
         Analysed& a = recent[next++ % 4];
         a.kind = Classify(pattern);
         a.layout = a.kind == Kind::Number ? AnalyseNumber(pattern) : NumberLayout{};
+        a.placesOnly = pattern.find_first_not_of(u'@') == String::npos;
         a.pattern = pattern;
         found = &a;
     }
     const NumberLayout& layout = found->layout;
     switch (found->kind) {
-        case Kind::Text: return FormatText(JoinText(value), pattern);
+        case Kind::Text:
+            if (const String* text = value.as<String>()) {
+                if (found->placesOnly) return RightAligned(*text, pattern.size());
+                return FormatText(*text, pattern);
+            }
+            return FormatText(JoinText(value), pattern);
         case Kind::Date: {
             if (value.isString() && !IsNumericValue(value)) {
                 if (!IsDateValue(value)) return *value.as<String>();

@@ -23,24 +23,20 @@ String FormatError(const Variant& x, const char16_t* marker) {
     return FormatPattern(Variant(FormatPattern(x, marker)), String(15, u'@'));
 }
 
-// "###...0" or "###...0.00": exactly Lun characters. Sets the length of the
-// integer part and the width the decimals take.
-String NumberPattern(Integer Lun, Integer Dec, std::size_t& integerLength, Long& extra) {
-    String pattern;
+// "###...0" or "###...0.00": exactly Lun characters, written into `pattern`.
+// Sets the length of the integer part and the width the decimals take.
+void NumberPattern(Integer Lun, Integer Dec, String& pattern, std::size_t& integerLength, Long& extra) {
+    const Integer hashes = checkedInteger(Dec != 0 ? Lun - Dec - 2 : Lun - 1);
+    if (hashes < 0 || Dec < 0) raise(kInvalidCall);  // a negative repeat count
+    pattern.assign(static_cast<std::size_t>(hashes), u'#');
+    pattern += u'0';
+    integerLength = pattern.size();
+    extra = 0;
     if (Dec != 0) {
-        pattern = StringOf(checkedInteger(Lun - Dec - 2), u'#');
-        pattern += u'0';
-        integerLength = pattern.size();
         pattern += u'.';
-        pattern += StringOf(Dec, u'0');
+        pattern.append(static_cast<std::size_t>(Dec), u'0');
         extra = Dec + 1;
-    } else {
-        pattern = StringOf(checkedInteger(Lun - 1), u'#');
-        pattern += u'0';
-        integerLength = pattern.size();
-        extra = 0;
     }
-    return pattern;
 }
 
 // Digits, marks and decimals the number needs; the digit count comes from
@@ -71,7 +67,9 @@ void BlankLeadingMarks(String& s) {
 }
 
 String Aligned(const Variant& x, const String& pattern) {
-    return FormatPattern(Variant(FormatPattern(x, pattern)), String(pattern.size(), u'@'));
+    thread_local String places;  // reused: every amount of a report comes through here
+    places.assign(pattern.size(), u'@');
+    return FormatPattern(Variant(FormatPattern(x, pattern)), places);
 }
 
 // Leading blanks become the fill character; the first other character
@@ -101,7 +99,8 @@ String Cl_KIV::FmtNum(const Variant& N, Integer Lun, Integer Dec, Ref<Boolean> F
 
     std::size_t integerLength = 0;
     Long extra = 0;
-    String pattern = NumberPattern(Lun, Dec, integerLength, extra);
+    thread_local String pattern;  // reused between calls, as Aligned's
+    NumberPattern(Lun, Dec, pattern, integerLength, extra);
 
     const Double x = ToDouble(X);
     if (*Fl_Mig && NeededWidth(*this, x, extra) > Lun) *Fl_Mig = false;  // tells the caller the marks were dropped
@@ -144,7 +143,8 @@ String Cl_KIV::FmtNumOld(const Variant& N, Integer Lun, Integer Dec, Ref<Boolean
 
     std::size_t integerLength = 0;
     Long extra = 0;
-    String pattern = NumberPattern(Lun, Dec, integerLength, extra);
+    thread_local String pattern;  // reused between calls, as Aligned's
+    NumberPattern(Lun, Dec, pattern, integerLength, extra);
 
     const Double x = ToDouble(X);
     if (*Fl_Mig && NeededWidth(*this, x, extra) > Lun) *Fl_Mig = false;
