@@ -1,4 +1,5 @@
 // Numbers: reading text as numbers, rounding, and the texts of numbers.
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -391,6 +392,9 @@ Double ToDoubleLocale(const Variant& value) {
 Boolean IsNumericValue(const Variant& value) {
     if (value.isNumber() || value.isBoolean() || value.isEmpty()) return true;
     if (const String* s = value.as<String>()) {
+        // Plain digits (codes, amounts read from records) need no full parse;
+        // beyond 300 digits the value might overflow, so those are parsed.
+        if (!s->empty() && s->size() <= 300 && std::all_of(s->begin(), s->end(), IsDigit)) return true;
         double v = 0;
         return ParseLocale(s->data(), s->data() + s->size(), v) == Parse::Ok;
     }

@@ -1,6 +1,7 @@
 // Replacing, deleting and reordering the characters of a text.
 #include <algorithm>
 #include <array>
+#include <cstdint>
 
 #include "frame/cl_kiv.hpp"
 #include "frame/convert.hpp"
@@ -36,16 +37,27 @@ String Cl_KIV::SostChar(const String& S, const String& C1, const String& C2) {
     }
     const std::size_t setLen = C1.size();
     for (std::size_t i = 0; i < setLen; ++i) set[i] = fold(C1[i]);
-
-    String out;
-    out.reserve(S.size());
-    for (const char16_t ch : S) {
+    // Places of the ASCII characters of the folded set (first occurrence
+    // wins), so that the usual ASCII text needs no search.
+    std::array<std::uint16_t, 128> asciiPlace{};
+    for (std::size_t i = setLen; i-- > 0;)
+        if (set[i] < 128) asciiPlace[set[i]] = static_cast<std::uint16_t>(std::min<std::size_t>(i + 1, 0xFFFF));
+    const auto placeOf = [&](char16_t ch) -> std::size_t {
         const char16_t f = fold(ch);
-        const std::size_t p = static_cast<std::size_t>(std::find(set, set + setLen, f) - set);
-        if (p == setLen) out += ch;           // not in C1: kept
-        else if (p < C2.size()) out += C2[p];  // mapped by its first occurrence
+        if (f < 128 && setLen < 0xFFFF) return asciiPlace[f] == 0 ? setLen : asciiPlace[f] - 1u;
+        return static_cast<std::size_t>(std::find(set, set + setLen, f) - set);
+    };
+
+    // The result is never longer than S: written in place, then cut.
+    String out(S.size(), u'\0');
+    char16_t* w = out.data();
+    for (const char16_t ch : S) {
+        const std::size_t p = placeOf(ch);
+        if (p == setLen) *w++ = ch;           // not in C1: kept
+        else if (p < C2.size()) *w++ = C2[p];  // mapped by its first occurrence
         // else: beyond the end of C2, deleted
     }
+    out.resize(static_cast<std::size_t>(w - out.data()));
     return out;
 }
 
