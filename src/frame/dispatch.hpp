@@ -214,17 +214,17 @@ Member Method(const char* name, const char* help, Ps... params) {
              using S = typename I::template ParamSlot<K>;
              const Param& p = given[K];
              if (I::template writes<K> && p.passing != Passing::ByRef) throw std::logic_error("a parameter the member changes must be published by reference");
-             ParamSpec spec;
-             spec.name = p.name;
-             spec.passing = p.passing;
-             spec.optional = p.optional;
-             spec.hasDefault = p.hasDefault;
-             spec.type = dispatch_detail::TypeOf<S>::type;
-             spec.typeName = dispatch_detail::TypeOf<S>::name;
-             if (p.hasDefault) spec.defaultValue = p.defaultValue;
-             else if constexpr (std::is_same_v<S, Variant>) spec.defaultValue = Variant::missing();
-             else if constexpr (std::is_default_constructible_v<S>) spec.defaultValue = dispatch_detail::ToResult<S>(S{});
-             m.params.push_back(std::move(spec));
+             ParamSpec published;
+             published.name = p.name;
+             published.passing = p.passing;
+             published.optional = p.optional;
+             published.hasDefault = p.hasDefault;
+             published.type = dispatch_detail::TypeOf<S>::type;
+             published.typeName = dispatch_detail::TypeOf<S>::name;
+             if (p.hasDefault) published.defaultValue = p.defaultValue;
+             else if constexpr (std::is_same_v<S, Variant>) published.defaultValue = Variant::missing();
+             else if constexpr (std::is_default_constructible_v<S>) published.defaultValue = dispatch_detail::ToResult<S>(S{});
+             m.params.push_back(std::move(published));
          }()),
          ...);
     }(std::make_index_sequence<sizeof...(Ps)>{});
