@@ -205,10 +205,9 @@ Date Cl_KIV::Msk2VarDate(const String& Msk_0) {
     String text = MettiADes(dayVar, 2, u"0") + u"/" + MettiADes(monthVar, 2, u"0") + u"/" + NumberText(y);
 
     if (!IsDateValue(Variant(text))) {
-        text = DateText(TodayDate());
+        text = DateText(today);
         currentHost().messageBox(MsgIcon::Critical, u"Function: Msk2VarDate",
-                                 u"Data non valida ! ASSUMO DATA ODIERNA !\r\n\r\n>" + LCase(DateText(TodayDate())) +
-                                     u"<");
+                                 u"Data non valida ! ASSUMO DATA ODIERNA !\r\n\r\n>" + LCase(text) + u"<");
     }
     return ToDateLocale(Variant(text));
 }
