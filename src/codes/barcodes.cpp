@@ -13,9 +13,9 @@ namespace {
 // Everything but a trailing "?" must pass the numeric test.
 bool acceptable(const String& code) {
     if (code.empty()) return false;
-    if (code.back() != u'?') return codes::IsNumericText(code);
+    if (code.back() != u'?') return IsNumericText(code);
     String body = Left(code, static_cast<Long>(code.size()) - 1);
-    return codes::IsNumericOwnText(body);
+    return IsNumericText(body);
 }
 
 // The value of one character as the runtime reads its text; a sign or a

@@ -45,8 +45,6 @@ int CfAlphabetIndex(char16_t c) {
 
 namespace {
 
-using codes::IsNumericOwnText;
-using codes::IsNumericText;
 using codes::Trimmed;
 
 // Positions 1-6, 9, 12, 16 hold letters and 7, 8, 10, 11, 13-15 digits;
@@ -60,7 +58,7 @@ String Cl_KIV::Get_CheckCF(const String& T_Cf) {
     String storage;
     String t = SostChar(Trimmed(T_Cf, storage), u" ,.-", u"");
     if (t.empty()) return u"";
-    if (IsNumericOwnText(t)) return t.size() == 11 ? Get_CheckPI(t) : String();
+    if (IsNumericText(t)) return t.size() == 11 ? Get_CheckPI(t) : String();
 
     const codes::CfValueTables& values = codes::CfTables(*this);
     Long oddSum = 0;
@@ -82,7 +80,7 @@ EnCF_Result Cl_KIV::Is_CFTest(const String& T_Cf) {
     // Hyphens stay: only blanks, commas and points are dropped here.
     String storage;
     String t = SostChar(Trimmed(T_Cf, storage), u" ,.", u"");
-    const bool numeric = IsNumericOwnText(t);
+    const bool numeric = IsNumericText(t);
     if (numeric) {
         // A company's code is eleven digits shaped like a VAT number.
         const EnPI_Result pi = Is_PITest(t);

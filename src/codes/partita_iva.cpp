@@ -24,7 +24,7 @@ Long digitAt(const String& text, std::size_t position) {
 String Cl_KIV::Get_CheckPI(const String& T_PI) {
     String storage;
     String t = SostChar(codes::Trimmed(T_PI, storage), u" ,.-", u"");
-    if (t.size() < 10 || !codes::IsNumericOwnText(t)) return u"";
+    if (t.size() < 10 || !IsNumericText(t)) return u"";
 
     Long x = 0;
     for (std::size_t i = 1; i <= 9; i += 2) x += digitAt(t, i);
@@ -51,7 +51,7 @@ EnPI_Result Cl_KIV::Is_PITest(const String& T_PI) {
         if (UCase(Left(t, 2)) != u"IT") return PI_Estera;
         t = Mid(t, 3);
     }
-    if (!codes::IsNumericOwnText(t)) return PI_Alfa;
+    if (!IsNumericText(t)) return PI_Alfa;
     if (n < 11) return PI_Short;
     if (n > 11) return PI_Long;
 

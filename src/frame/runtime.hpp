@@ -54,6 +54,8 @@ Date DateFromParts(int year, int month, int day);
 Date TimeFromParts(int hours, int minutes, int seconds);
 
 Boolean IsNumericValue(const Variant& value);
+// The text case of IsNumericValue, for a String at hand (no Variant made).
+Boolean IsNumericText(const String& text);
 Boolean IsDateValue(const Variant& value);
 // Day-first text ("25/12/2006", "25-12-06", "25.12.2006 10:30"), a number as
 // a serial; Type mismatch for anything else.

@@ -391,14 +391,16 @@ Double ToDoubleLocale(const Variant& value) {
 
 Boolean IsNumericValue(const Variant& value) {
     if (value.isNumber() || value.isBoolean() || value.isEmpty()) return true;
-    if (const String* s = value.as<String>()) {
-        // Plain digits (codes, amounts read from records) need no full parse;
-        // beyond 300 digits the value might overflow, so those are parsed.
-        if (!s->empty() && s->size() <= 300 && std::all_of(s->begin(), s->end(), IsDigit)) return true;
-        double v = 0;
-        return ParseLocale(s->data(), s->data() + s->size(), v) == Parse::Ok;
-    }
+    if (const String* s = value.as<String>()) return IsNumericText(*s);
     return false;
+}
+
+Boolean IsNumericText(const String& text) {
+    // Plain digits (codes, amounts read from records) need no full parse;
+    // beyond 300 digits the value might overflow, so those are parsed.
+    if (!text.empty() && text.size() <= 300 && std::all_of(text.begin(), text.end(), IsDigit)) return true;
+    double v = 0;
+    return ParseLocale(text.data(), text.data() + text.size(), v) == Parse::Ok;
 }
 
 Double RoundHalfEven(Double value, int decimals) {

@@ -173,7 +173,7 @@ String Cl_KIV::NoVirg(const Variant& N, Integer Lun, Integer Dec) {
 
 String Cl_KIV::FmtTag(const String& Txt, Ref<Variant> Lun, const String& Tag, Boolean Trimmed) {
     String result = Txt;
-    if (IsNumericValue(Variant(Txt)) && Tag.size() == 2 && Tag[0] == u'N' && IsNumericValue(Variant(Tag.substr(1)))) {
+    if (IsNumericText(Txt) && Tag.size() == 2 && Tag[0] == u'N' && IsNumericText(Tag.substr(1))) {
         if (CompareValues(*Lun, Variant(Integer{1})) == Order::Less) *Lun = Variant(Integer{8});
         const Integer d = checkedInteger(static_cast<std::int64_t>(ToDoubleLocale(Variant(Tag.substr(1)))));
         result = this->FmtNum(Variant(ToDoubleLocale(Variant(Trim(Txt)))), ToInteger(*Lun), d, false, u"", -1);

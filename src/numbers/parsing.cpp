@@ -39,11 +39,11 @@ Double Cl_KIV::ToNumber(const Variant& S) {
     if (S.isNull() || S.isError()) return 0;
     if (IsNumericValue(S)) return ToDoubleLocale(S);
     const String text = ToText(S);
-    if (!IsNumericValue(Variant(Left(text, 1)))) return 0;
+    if (!IsNumericText(Left(text, 1))) return 0;
     // The longest numeric prefix: grow it while it stays numeric.
     String prefix = Left(text, 1);
     const Long length = static_cast<Long>(text.size());
-    for (Long i = 2; i <= length && IsNumericValue(Variant(Left(text, i))); ++i) prefix = Left(text, i);
+    for (Long i = 2; i <= length && IsNumericText(Left(text, i)); ++i) prefix = Left(text, i);
     if (HasPoint(prefix)) return ValPrefix(prefix);
     return ToDoubleLocale(Variant(prefix));
 }

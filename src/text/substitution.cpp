@@ -204,10 +204,10 @@ Integer Cl_KIV::LoAscii(Integer a) {
 
 String Cl_KIV::SoloCifre(const String& T_Str) {
     if (Trim(T_Str).empty()) return String();
-    if (IsNumericValue(Variant(T_Str))) return SostChar(T_Str, u" .,-+", u"");
+    if (IsNumericText(T_Str)) return SostChar(T_Str, u" .,-+", u"");
     String out;
     for (const char16_t c : T_Str)
-        if (IsNumericValue(Variant(String(1, c)))) out += c;
+        if (IsNumericText(String(1, c))) out += c;
     return out;
 }
 
