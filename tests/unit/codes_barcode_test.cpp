@@ -1,41 +1,11 @@
+// The symbology check behind the barcode operations, called directly with
+// each kind of code: verification, completion of a "?" and failure.
 #include <gtest/gtest.h>
 
 #include "codes/symbology.hpp"
-#include "frame/cl_kiv.hpp"
 
 namespace kiv {
 namespace {
-
-TEST(CodesBarcode, EanWeighsTheDigitBeforeTheCheckPlaceThree) {
-    Cl_KIV kiv;
-    EXPECT_EQ(kiv.BCheck_EAN(u"1?"), 7);
-    EXPECT_EQ(kiv.BCheck_EAN(u"10?"), 9);
-    EXPECT_EQ(kiv.BCheck_EAN(u"100?"), 7);
-    EXPECT_EQ(kiv.BCheck_EAN(u"5?"), 5);
-    EXPECT_EQ(kiv.BCheck_EAN(u"55"), 5);
-    EXPECT_EQ(kiv.BCheck_EAN(u"4?"), 8);
-    EXPECT_EQ(kiv.BCheck_EAN(u"9638507?", EanT_Ean13), kiv.BCheck_EAN(u"96385074", EanT_Ean8));
-}
-
-TEST(CodesBarcode, CharactersTheNumericTestLetThroughCountZero) {
-    Cl_KIV kiv;
-    EXPECT_EQ(kiv.BCheck_EAN(u"1 ?"), kiv.BCheck_EAN(u"10?"));
-    EXPECT_EQ(kiv.BCheck_EAN(u"+5?"), kiv.BCheck_EAN(u"05?"));
-    EXPECT_EQ(kiv.BCheck_EAN(u"1,5?"), kiv.BCheck_EAN(u"105?"));
-    EXPECT_EQ(kiv.BCheck_EAN(u"5?7"), -1);
-    EXPECT_EQ(kiv.BCheck_EAN(u"12??"), -1);
-    EXPECT_EQ(kiv.BCheck_Code32(u"?"), -1);
-    EXPECT_EQ(kiv.BCheck_Code32(u""), -1);
-}
-
-TEST(CodesBarcode, Code32ReadsEightPlacesAndKeepsTheSum) {
-    Cl_KIV kiv;
-    EXPECT_EQ(kiv.BCheck_Code32(u"7"), 7);
-    EXPECT_EQ(kiv.BCheck_Code32(u"07?"), 5);  // 14 counts 1 + 4
-    EXPECT_EQ(kiv.BCheck_Code32(u"09"), 9);   // 18 counts 1 + 8
-    EXPECT_EQ(kiv.BCheck_Code32(u"0123456799999"), kiv.BCheck_Code32(u"01234567?"));
-    EXPECT_EQ(kiv.BCheck_Code32(u"1"), 1);  // the sum itself, not 10 - 1
-}
 
 struct Case {
     int type;

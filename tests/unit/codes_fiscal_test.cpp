@@ -3,12 +3,13 @@
 #include <vector>
 
 #include "codes/cf_tables.hpp"
-#include "frame/errors.hpp"
-#include "frame/runtime.hpp"
 #include "frame/strings.hpp"
+#include "test_support.hpp"
 
 namespace kiv {
 namespace {
+
+using kiv::testing::ErrorOf;
 
 class CodesFiscal : public ::testing::Test {
 protected:
@@ -74,13 +75,7 @@ TEST_F(CodesFiscal, VatCheckDigitAndItsConversionFailure) {
     EXPECT_EQ(kiv.Get_CheckPI(u"12345678903999"), u"3");
     EXPECT_EQ(kiv.Get_CheckPI(u"12-345 678,90"), u"3");
     EXPECT_EQ(kiv.Get_CheckPI(u"123456789"), u"");
-    try {
-        kiv.Get_CheckPI(u"+123456789");
-        FAIL() << "a sign among the digits must not convert";
-    } catch (const RuntimeError& e) {
-        EXPECT_EQ(e.number(), kTypeMismatch);
-    }
-    EXPECT_THROW(kiv.Is_PITest(u"+1234567890"), RuntimeError);
+    EXPECT_EQ(ErrorOf([&] { kiv.Is_PITest(u"+1234567890"); }), kTypeMismatch);
     EXPECT_EQ(kiv.Is_PITest(u"+12345678"), PI_Short);
 }
 
@@ -91,9 +86,6 @@ TEST_F(CodesFiscal, ShapeTestIgnoresTheCheckLetterButNotThePlaces) {
     EXPECT_FALSE(kiv.Is_CodFisc(u"BNCMR185E55F205A"));
     EXPECT_FALSE(kiv.Is_CodFisc(u"BNCMRA85E55F205"));
     EXPECT_TRUE(kiv.Is_CodFisc(u"BNCMRA85E55"));
-    EXPECT_TRUE(kiv.Is_CodFisc(u"12345678903"));
-    EXPECT_FALSE(kiv.Is_CodFisc(u"12345678903", true));
-    EXPECT_FALSE(kiv.Is_CodFisc(u"80000000002"));
     EXPECT_FALSE(kiv.Is_CodFisc(u"1234567890123456"));
 }
 

@@ -1,20 +1,14 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "frame/convert.hpp"
-#include "frame/errors.hpp"
-#include "frame/runtime.hpp"
+#include "test_support.hpp"
 
 namespace kiv {
 namespace {
 
-int ErrorOf(auto&& f) {
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
+using kiv::testing::ErrorOf;
 
 TEST(ConvertText, EveryKindOfValue) {
     EXPECT_EQ(ToText(Variant()), u"");
@@ -54,6 +48,11 @@ TEST(ConvertNumbers, RoundHalfEvenWithOverflow) {
     EXPECT_EQ(ToSingle(Variant(u"1,5")), 1.5f);
     EXPECT_EQ(ToCurrency(Variant(1.23456)), Currency{12346});
     EXPECT_EQ(ToDouble(Variant(u"(2,5)")), -2.5);
+    EXPECT_EQ(RoundToInteger(-32768.5), -32768);
+    EXPECT_EQ(ErrorOf([] { RoundToInteger(32767.5); }), kOverflow);
+    EXPECT_EQ(RoundToLong(2147483647.0), 2147483647);
+    EXPECT_EQ(ErrorOf([] { RoundToLong(2147483647.5); }), kOverflow);
+    EXPECT_EQ(ErrorOf([] { RoundToLong(std::nan("")); }), kOverflow);
 }
 
 TEST(ConvertBoolean, WordsNumbersAndFailures) {

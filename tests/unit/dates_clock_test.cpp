@@ -3,51 +3,22 @@
 // zero dates, and the messages they show.
 #include <gtest/gtest.h>
 
-#include <memory>
-#include <vector>
-
 #include "frame/cl_kiv.hpp"
-#include "frame/host.hpp"
-#include "frame/runtime.hpp"
 #include "frame/strings.hpp"
+#include "test_support.hpp"
 
 namespace kiv {
 namespace {
 
-struct Shown {
-    MsgIcon icon;
-    String title;
-    String text;
-};
-
-class PinnedHost : public Host {
-public:
-    explicit PinnedHost(Date now) : now_(now) {}
-    int messageBox(MsgIcon icon, const String& title, const String& text) override {
-        shown.push_back({icon, title, text});
-        return 1;
-    }
-    void beep() override { ++beeps; }
-    Date now() override { return now_; }
-    String applicationName() override { return u"dates_test"; }
-
-    std::vector<Shown> shown;
-    int beeps = 0;
-
-private:
-    Date now_;
-};
+using namespace kiv::testing;
 
 class DatesAtAnotherToday : public ::testing::Test {
 protected:
     // Installs a host whose clock stands at the given moment.
     PinnedHost& pin(int y, int m, int d, int hh = 0, int nn = 0, int ss = 0) {
-        host_ = std::make_shared<PinnedHost>(
-            Date{DateFromParts(y, m, d).serial + TimeFromParts(hh, nn, ss).serial});
-        installHost(host_);
-        return *host_;
+        return PinClock(host_, y, m, d, hh, nn, ss);
     }
-    void TearDown() override { installHost(makeSystemHost()); }
+    void TearDown() override { RestoreHost(); }
 
     int yearOf(const String& typed) { return SplitDate(k.Msk2VarDate(typed)).year; }
 

@@ -6,9 +6,12 @@
 #include <set>
 
 #include "frame/dispatch.hpp"
+#include "test_support.hpp"
 
 namespace kiv {
 namespace {
+
+using kiv::testing::ErrorOf;
 
 // Calls by name as an automation client does; each argument is a variable.
 struct Call {
@@ -35,15 +38,6 @@ struct Call {
         return object.invoke(name, kind, args);
     }
 };
-
-int ErrorOf(auto&& call) {
-    try {
-        call();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
 
 class Dispatch : public ::testing::Test {
 protected:

@@ -1,19 +1,11 @@
 #include <gtest/gtest.h>
 
-#include "frame/errors.hpp"
-#include "frame/runtime.hpp"
+#include "test_support.hpp"
 
 namespace kiv {
 namespace {
 
-int ErrorOf(auto&& f) {
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
+using kiv::testing::ErrorOf;
 
 TEST(RuntimeCaseFolding, AccentedLettersFoldTogether) {
     EXPECT_EQ(FoldCase(u'A'), u'a');
