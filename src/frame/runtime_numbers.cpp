@@ -403,28 +403,29 @@ Boolean IsNumericText(const String& text) {
     return ParseLocale(text.data(), text.data() + text.size(), v) == Parse::Ok;
 }
 
-Double RoundHalfEven(Double value, int decimals) {
-    if (decimals < 0) raise(kInvalidCall);
-    // Whole numbers, and values with no bits below the wanted place, are
-    // already rounded; a double has at most 1074 binary (= decimal) places.
-    if (!std::isfinite(value) || std::fabs(value) >= 4503599627370496.0 || decimals > 1074) return value;
-    // std::to_chars rounds the exact binary value correctly, ties to even.
+namespace {
+// std::to_chars rounds the exact binary value correctly, ties to even. Whole
+// numbers, and values with no bits below the wanted place, are already
+// rounded (`whole`: where the type has no fraction bits left; `places`: the
+// most binary, and so decimal, places the type has).
+template <class F>
+F RoundBinary(F value, int decimals, F whole, int places) {
+    if (!std::isfinite(value) || std::fabs(value) >= whole || decimals > places) return value;
     char buf[1200];
     const auto r = std::to_chars(buf, buf + sizeof buf, value, std::chars_format::fixed, decimals);
-    double out = 0;
+    F out = 0;
     std::from_chars(buf, r.ptr, out);
-    return out == 0 ? 0.0 : out;
+    return out == 0 ? F(0) : out;
+}
+}  // namespace
+
+Double RoundHalfEven(Double value, int decimals) {
+    if (decimals < 0) raise(kInvalidCall);
+    return RoundBinary(value, decimals, 4503599627370496.0, 1074);
 }
 
 namespace {
-Single RoundSingle(Single value, int decimals) {
-    if (!std::isfinite(value) || std::fabs(value) >= 8388608.0f || decimals > 149) return value;
-    char buf[200];
-    const auto r = std::to_chars(buf, buf + sizeof buf, value, std::chars_format::fixed, decimals);
-    float out = 0;
-    std::from_chars(buf, r.ptr, out);
-    return out == 0 ? 0.0f : out;
-}
+Single RoundSingle(Single value, int decimals) { return RoundBinary(value, decimals, 8388608.0f, 149); }
 
 Currency RoundCurrency(Currency c, int decimals) {
     if (decimals >= 4) return c;
