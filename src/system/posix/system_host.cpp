@@ -1,4 +1,4 @@
-// The platform's own host (POSIX): the system clock, messages written to the
+// The platform's own host on POSIX: the system clock, messages written to the
 // standard error stream, the terminal bell.
 #include <chrono>
 #include <cstdio>
