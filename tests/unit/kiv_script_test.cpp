@@ -81,6 +81,12 @@ TEST(KivParser, RefusesMalformedLines) {
     }
 }
 
+TEST(KivParser, RefusesAMemberChainTooLongToWalk) {
+    std::string line = "? o";
+    for (int i = 0; i < 100000; ++i) line += ".x";
+    EXPECT_THROW(ParseLine(line), ParseError);
+}
+
 TEST(KivCanonical, PrintsEveryScalarKind) {
     EXPECT_EQ(Canonical(Variant()), "Empty");
     EXPECT_EQ(Canonical(Variant::null()), "Null");

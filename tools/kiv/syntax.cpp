@@ -308,7 +308,10 @@ private:
 
     ExprPtr postfix() {
         ExprPtr e = primary();
+        // Each member nests its object one level deeper, like a parenthesis.
+        const int outer = depth_;
         while (symbol(".")) {
+            if (++depth_ > kMaxDepth) throw ParseError("expression nested too deeply");
             auto m = std::make_unique<Expr>();
             m->kind = Expr::Kind::Member;
             m->object = std::move(e);
@@ -319,6 +322,7 @@ private:
             }
             e = std::move(m);
         }
+        depth_ = outer;
         return e;
     }
 
