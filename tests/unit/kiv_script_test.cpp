@@ -25,6 +25,9 @@ TEST(KivLiterals, SuffixesForceTheTypeAndRefuseWhatDoesNotFit) {
     EXPECT_EQ(NumberLiteral("1D2", false), Variant(Double{100}));
     EXPECT_EQ(NumberLiteral("0.0001@", false), Variant(Currency{1}));
     EXPECT_EQ(NumberLiteral("922337203685477.5807@", false), Variant(Currency{INT64_MAX}));
+    EXPECT_EQ(NumberLiteral("922337203685477.5808@", true), Variant(Currency{INT64_MIN}));
+    EXPECT_THROW(NumberLiteral("922337203685477.5808@", false), ParseError);
+    EXPECT_THROW(NumberLiteral("999999999999999@", false), ParseError);
 }
 
 TEST(KivLiterals, HexadecimalIsTheBitsOfItsType) {

@@ -431,10 +431,14 @@ Variant CurrencyLiteral(std::string_view digits, bool negate) {
             throw ParseError("Overflow");
         }
     }
-    std::int64_t scaled = 0;
-    for (char c : whole) scaled = scaled * 10 + (c - '0');
-    for (std::size_t k = 0; k < 4; ++k) scaled = scaled * 10 + (k < frac.size() ? frac[k] - '0' : 0);
-    return Variant(Currency{negate ? -scaled : scaled});
+    // Fifteen whole digits and four decimals fit 64 unsigned bits; the signed
+    // range is checked on the magnitude, one more allowed below zero.
+    std::uint64_t scaled = 0;
+    for (char c : whole) scaled = scaled * 10 + static_cast<unsigned>(c - '0');
+    for (std::size_t k = 0; k < 4; ++k) scaled = scaled * 10 + (k < frac.size() ? static_cast<unsigned>(frac[k] - '0') : 0u);
+    const std::uint64_t limit = static_cast<std::uint64_t>(INT64_MAX) + (negate ? 1u : 0u);
+    if (scaled > limit) throw ParseError("Overflow");
+    return Variant(Currency{negate ? static_cast<std::int64_t>(0 - scaled) : static_cast<std::int64_t>(scaled)});
 }
 
 }  // namespace
