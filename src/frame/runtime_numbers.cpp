@@ -306,7 +306,7 @@ Double ValPrefix(const String& text) {
     const char16_t* p = text.data();
     const char16_t* const e = p + text.size();
     const auto skip = [&] {
-        while (p < e && (*p == u' ' || *p == u'\t' || *p == u'\n' || *p == u'\r')) ++p;
+        while (p < e && (*p == u' ' || *p == u'\t' || *p == u'\n')) ++p;
     };
     skip();
     if (IsRadixPrefix(p, e)) {
