@@ -26,7 +26,8 @@ String FormatError(const Variant& x, const char16_t* marker) {
 // "###...0" or "###...0.00": exactly Lun characters, written into `pattern`.
 // Sets the length of the integer part and the width the decimals take.
 void NumberPattern(Integer Lun, Integer Dec, String& pattern, std::size_t& integerLength, Long& extra) {
-    const Integer hashes = checkedInteger(Dec != 0 ? Lun - Dec - 2 : Lun - 1);
+    // Lun - Dec is a 16-bit difference of its own before the 2 comes off.
+    const Integer hashes = checkedInteger(Dec != 0 ? checkedInteger(Lun - Dec) - 2 : Lun - 1);
     if (hashes < 0 || Dec < 0) raise(kInvalidCall);  // a negative repeat count
     pattern.assign(static_cast<std::size_t>(hashes), u'#');
     pattern += u'0';
@@ -127,10 +128,12 @@ String Cl_KIV::FmtNum(const Variant& N, Integer Lun, Integer Dec, Ref<Boolean> F
     if (p == 0) return result;
     const String D = Mid(result, p + 1);
     const std::size_t lastNonZero = D.find_last_not_of(u'0');
-    if (lastNonZero == String::npos) return Left(result, M != 0 ? p + M : p - 1);
+    // p + M is a 16-bit sum: a huge M overflows rather than padding on.
+    if (lastNonZero == String::npos) return Left(result, M != 0 ? checkedInteger(p + M) : p - 1);
     result = Left(result, p + static_cast<Long>(lastNonZero) + 1);
     // M is the least count of decimals kept once the zeros are cut.
-    while (static_cast<Long>(result.size()) < p + M) result += u'0';
+    const Integer keep = checkedInteger(p + M);
+    while (static_cast<Long>(result.size()) < keep) result += u'0';
     return result;
 }
 
