@@ -11,23 +11,30 @@ namespace kiv {
 
 namespace {
 
+// A Double result beyond the type's range is the overflow error, never an
+// infinity handed to the host.
+Double Checked(Double value) {
+    if (!std::isfinite(value)) raise(kOverflow);
+    return value;
+}
+
 // The shared frame: the floor multiple of Approx, plus one step when the
 // fraction of a step left over passes the operation's test.
 template <class StepUp>
 Double RoundToStep(Double Num, Double Approx, StepUp stepUp) {
     if (Approx == 0) return Num;
-    const Double q = Num / Approx;
+    const Double q = Checked(Num / Approx);
     const Double I = IntFloor(q);
     const Double f = q - I;
     const Double u = stepUp(f) ? 1 : 0;
-    return I * Approx + u * Approx;
+    return Checked(I * Approx + u * Approx);
 }
 
 // Amount / (Perc + 100): a VAT rate of -100 is a division by zero.
 Double PerHundredOfGross(Double amount, Double Perc) {
     const Double divisor = Perc + 100;
     if (divisor == 0) raise(kDivisionByZero);
-    return amount / divisor * 100;
+    return Checked(Checked(amount / divisor) * 100);
 }
 
 }  // namespace
@@ -53,8 +60,8 @@ Double Cl_KIV::Arrot_Fis(Double Num, Double Approx) {
 
 Double Cl_KIV::PrzScontato(Double Prz, Double Sc1, Double Sc2) {
     Double R = Prz;
-    if (Sc1 != 0) R = (100 - Sc1) * R / 100;
-    if (Sc2 != 0) R = (100 - Sc2) * R / 100;
+    if (Sc1 != 0) R = Checked(Checked(100 - Sc1) * R) / 100;
+    if (Sc2 != 0) R = Checked(Checked(100 - Sc2) * R) / 100;
     return R;
 }
 
@@ -65,7 +72,7 @@ Double Cl_KIV::ScorpIVA(Double Impo, Double Perc, Integer ArroDec) {
     Double net = RoundHalfEven(PerHundredOfGross(Impo, Perc), d);
     if (excess) {
         // The net plus its VAT must never fall short of the gross.
-        const Double gross = RoundHalfEven((Perc + 100) * net / 100, d);
+        const Double gross = RoundHalfEven(Checked((Perc + 100) * net) / 100, d);
         if (gross < Impo) net = net + std::pow(10.0, -d);
     }
     return net;
@@ -78,7 +85,7 @@ Double Cl_KIV::EstraiIVA(Double Tot, Double Perc, Ref<Integer> ArroDec) {
 }
 
 Double Cl_KIV::CalcIVA(Double Impo, Single Perc, Integer ArroDec) {
-    const Double V = static_cast<Double>(Perc) * Impo / 100;
+    const Double V = Checked(static_cast<Double>(Perc) * Impo) / 100;
     Double R = RoundHalfEven(V, ArroDec);
     if (R < V) {
         // Halves up on the decimal digits: look at the digit of V's text just
