@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "frame/cl_kiv.hpp"
+#include "frame/col_kiv.hpp"
 #include "frame/convert.hpp"
 #include "frame/errors.hpp"
 #include "frame/runtime.hpp"
@@ -79,7 +80,9 @@ Variant Len(const Args& a) {
 }
 
 Variant CreateObject(const Args& a) {
-    if (Lower(ToUtf8(Text(a[0]))) == "dllkiv.cl_kiv") return Variant(Object(std::make_shared<Cl_KIV>()));
+    const std::string progid = Lower(ToUtf8(Text(a[0])));
+    if (progid == "dllkiv.cl_kiv") return Variant(Object(std::make_shared<Cl_KIV>()));
+    if (progid == "dllkiv.col_kiv") return Variant(Object(std::make_shared<Col_KIV>()));
     raise(kCannotCreateObject);
 }
 
@@ -92,7 +95,7 @@ const std::vector<Builtin> kBuiltins = {
     {"String", 2, 2, "String(n, c)", "n copies of the first character of c (or of the character of code c).",
      StringOfChar},
     {"Len", 1, 1, "Len(s)", "The length of the text of s, as a Long; Null for Null.", Len},
-    {"CreateObject", 1, 1, "CreateObject(progid)", "A new object: \"DLLKiv.Cl_KIV\".", CreateObject},
+    {"CreateObject", 1, 1, "CreateObject(progid)", "A new object: \"DLLKiv.Cl_KIV\" or \"DLLKiv.Col_KIV\".", CreateObject},
     {"ValPrefix", 1, 1, "ValPrefix(text)", "The leading number of a text, \".\" as decimal point.",
      [](const Args& a) { return Variant(ValPrefix(Text(a[0]))); }},
     {"ToDoubleLocale", 1, 1, "ToDoubleLocale(value)", "A number under the locale (\"1.234,5\").",
