@@ -417,19 +417,24 @@ Variant Typed(std::int64_t v, char suffix) {
     return Variant(static_cast<Double>(v));
 }
 
+// Currency through a Double, for digits beyond what the exact path holds.
+Variant CurrencyOfDouble(std::string_view digits, bool negate) {
+    double d = 0;
+    std::from_chars(digits.data(), digits.data() + digits.size(), d);
+    try {
+        return Variant(Currency::fromDouble(negate ? -d : d));
+    } catch (const std::exception&) {
+        throw ParseError("Overflow");
+    }
+}
+
 // Currency from decimal digits, exact to four places.
 Variant CurrencyLiteral(std::string_view digits, bool negate) {
     const std::size_t dot = digits.find('.');
     const std::string_view whole = digits.substr(0, dot);
     std::string_view frac = dot == std::string_view::npos ? std::string_view() : digits.substr(dot + 1);
     if (frac.size() > 4 || whole.size() > 15) {
-        double d = 0;
-        std::from_chars(digits.data(), digits.data() + digits.size(), d);
-        try {
-            return Variant(Currency::fromDouble(negate ? -d : d));
-        } catch (const std::exception&) {
-            throw ParseError("Overflow");
-        }
+        return CurrencyOfDouble(digits, negate);
     }
     // Fifteen whole digits and four decimals fit 64 unsigned bits; the signed
     // range is checked on the magnitude, one more allowed below zero.
@@ -478,13 +483,7 @@ Variant NumberLiteral(std::string_view text, bool negate) {
     const bool fractional = digits.find_first_of(".Ee") != std::string::npos;
     if (suffix == '@') {
         if (digits.find_first_of("Ee") == std::string::npos) return CurrencyLiteral(digits, negate);
-        double d = 0;
-        std::from_chars(digits.data(), digits.data() + digits.size(), d);
-        try {
-            return Variant(Currency::fromDouble(negate ? -d : d));
-        } catch (const std::exception&) {
-            throw ParseError("Overflow");
-        }
+        return CurrencyOfDouble(digits, negate);
     }
     if (!fractional && digits.size() <= 18 && suffix != '!' && suffix != '#') {
         std::int64_t v = 0;
