@@ -126,9 +126,21 @@ Scan ScanOneCharacter(const PaddedRow& w, char16_t c, long steps) {
 Scan ScanFields(const PaddedRow& w, const String& Sep, long steps) {
     if (Sep.size() == 1) return ScanOneCharacter(w, Sep[0], steps);
     Scan s;
+    const std::size_t m = Sep.size();
+    const bool sameAsPadding = Sep.find_first_not_of(Sep[0]) == String::npos;
     for (long k = 1; k <= steps; ++k) {
+        if (s.cursor >= w.row().size() && sameAsPadding) {
+            // Inside the padding a separator of padding characters is found
+            // right at the cursor while it fits: every remaining step gives
+            // the empty field and moves one on. Counted, not stepped.
+            const std::size_t fits = w.size() >= s.cursor + m ? w.size() - m - s.cursor + 1 : 0;
+            const std::size_t taken = std::min(static_cast<std::size_t>(steps - k + 1), fits);
+            if (taken > 0) s = Scan{s.cursor + taken - 1, 0, s.cursor + taken};
+            break;
+        }
         const std::size_t p = w.find(Sep, s.cursor);
-        if (p == kNone) continue;
+        // Not found: the cursor stays, so no later step can find it either.
+        if (p == kNone) break;
         s.fieldStart = s.cursor;
         s.fieldLength = p - s.cursor;
         s.cursor = p + 1;

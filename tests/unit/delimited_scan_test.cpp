@@ -59,6 +59,7 @@ TEST(DelimitedScan, LongerSeparatorsMatchTheLiteralScan) {
     ExpectSameAsLiteral(u";;", u"a;;b");
     ExpectSameAsLiteral(u";:", u"a;:b");
     ExpectSameAsLiteral(u"ab", u"abba");
+    ExpectSameAsLiteral(u";;;", u"a;;");  // runs of the padding character: counted, not stepped
 }
 
 TEST(DelimitedScan, BlankSeparatorTrimsOnlyTheField) {
