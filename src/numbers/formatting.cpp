@@ -106,14 +106,9 @@ String Cl_KIV::FmtNum(const Variant& N, Integer Lun, Integer Dec, Ref<Boolean> F
     const Double x = ToDouble(X);
     if (*Fl_Mig && NeededWidth(*this, x, extra) > Lun) *Fl_Mig = false;  // tells the caller the marks were dropped
 
-    String result;
-    if (*Fl_Mig) {
-        PutMarks(pattern, integerLength);
-        result = Aligned(X, pattern);
-        BlankLeadingMarks(result);
-    } else {
-        result = Aligned(X, pattern);
-    }
+    if (*Fl_Mig) PutMarks(pattern, integerLength);
+    String result = Aligned(X, pattern);
+    if (*Fl_Mig) BlankLeadingMarks(result);
     FillBlanks(result, Fill_Num);
 
     const Integer M = MaxEndingZeros;
