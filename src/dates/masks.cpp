@@ -5,7 +5,7 @@
 #include "frame/cl_kiv.hpp"
 #include "frame/convert.hpp"
 #include "frame/errors.hpp"
-#include "frame/host.hpp"
+#include "frame/platform.hpp"
 #include "frame/locale.hpp"
 #include "frame/runtime.hpp"
 #include "frame/strings.hpp"
@@ -63,7 +63,7 @@ Double Cl_KIV::Date20(Ref<Variant> S) {
         try {
             body();
         } catch (const RuntimeError& e) {
-            currentHost().messageBox(MsgIcon::Exclamation, u"Date20",
+            platform().host().messageBox(MsgIcon::Exclamation, u"Date20",
                                      u"Plileglo : " + ToText(Variant(Long{e.number()})) + u" - " +
                                          FromUtf8(e.description()) + u" : '" + JoinText(*S) + u"'");
         }
@@ -125,7 +125,7 @@ String Cl_KIV::NormalizeDateText(Ref<Variant> X) {
         *X = Variant(masked);
         return masked;
     } catch (const RuntimeError&) {
-        currentHost().beep();
+        platform().host().beep();
         return JoinText(*X);
     }
 }
@@ -206,7 +206,7 @@ Date Cl_KIV::Msk2VarDate(const String& Msk_0) {
 
     if (!IsDateValue(Variant(text))) {
         text = DateText(today);
-        currentHost().messageBox(MsgIcon::Critical, u"Function: Msk2VarDate",
+        platform().host().messageBox(MsgIcon::Critical, u"Function: Msk2VarDate",
                                  u"Data non valida ! ASSUMO DATA ODIERNA !\r\n\r\n>" + LCase(text) + u"<");
     }
     return ToDateLocale(Variant(text));

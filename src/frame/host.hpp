@@ -1,9 +1,6 @@
-// The host seam: everything the component shows or asks of its surroundings
-// goes through one replaceable object, so a driver or a test can capture
-// message boxes and pin the clock.
+// The host seam: what the host application shows and tells. Message boxes,
+// the beep, the clock, the application's name and the programs it starts.
 #pragma once
-
-#include <memory>
 
 #include "frame/value.hpp"
 
@@ -19,15 +16,13 @@ public:
     virtual void beep() = 0;
     // Present local date and time.
     virtual Date now() = 0;
+    // The host application's executable name, without folder and extension.
     virtual String applicationName() = 0;
+    // Starts a program from a Windows command line without waiting for it;
+    // false when it could not be started.
+    virtual bool startProgram(const String& commandLine) = 0;
+    // Hands an address or a document to the desktop to open.
+    virtual bool openDocument(const String& target) = 0;
 };
-
-// The host in force for the process. Until one is installed this is the
-// platform's own (system clock, messages to the standard error stream).
-Host& currentHost();
-void installHost(std::shared_ptr<Host> host);
-
-// The platform's own host, defined in the system layer.
-std::shared_ptr<Host> makeSystemHost();
 
 }  // namespace kiv

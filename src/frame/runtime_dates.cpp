@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "frame/errors.hpp"
-#include "frame/host.hpp"
+#include "frame/platform.hpp"
 #include "frame/locale.hpp"
 #include "frame/runtime.hpp"
 
@@ -260,7 +260,7 @@ String DateText(Date date) {
     return out;
 }
 
-Date NowDateTime() { return currentHost().now(); }
+Date NowDateTime() { return platform().host().now(); }
 
 Date TodayDate() { return Date{std::trunc(NowDateTime().serial)}; }
 

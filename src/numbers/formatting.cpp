@@ -6,7 +6,7 @@
 #include "frame/cl_kiv.hpp"
 #include "frame/convert.hpp"
 #include "frame/errors.hpp"
-#include "frame/host.hpp"
+#include "frame/platform.hpp"
 #include "frame/runtime.hpp"
 #include "frame/strings.hpp"
 
@@ -19,7 +19,7 @@ bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
 // The marker a mis-sized column gets: the number through `marker`, then
 // right-aligned in fifteen characters so that it stands out.
 String FormatError(const Variant& x, const char16_t* marker) {
-    currentHost().messageBox(MsgIcon::Exclamation, u"FmtNum", u"ERRORE di formato in Function FmtNum!");
+    platform().host().messageBox(MsgIcon::Exclamation, u"FmtNum", u"ERRORE di formato in Function FmtNum!");
     return FormatPattern(Variant(FormatPattern(x, marker)), String(15, u'@'));
 }
 

@@ -133,7 +133,7 @@ TEST(KivCanonical, DatesPrintYearFirstWithTheTimeOnlyWhenThereIsOne) {
 class KivHost : public ::testing::Test {
 protected:
     Output out{true, {}};
-    DriverHost host{out};
+    DriverHost host{out, PlatformSettings{}};
 };
 
 TEST_F(KivHost, PrintsMessageBoxesAndBeepsInOrder) {

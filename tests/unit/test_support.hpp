@@ -6,8 +6,9 @@
 #include <vector>
 
 #include "frame/errors.hpp"
-#include "frame/host.hpp"
+#include "frame/platform.hpp"
 #include "frame/runtime.hpp"
+#include "system/posix/posix_platform.hpp"
 
 namespace kiv::testing {
 
@@ -37,12 +38,29 @@ public:
     void beep() override { ++beeps; }
     Date now() override { return now_; }
     String applicationName() override { return u"kiv_tests"; }
+    bool startProgram(const String& commandLine) override {
+        started.push_back(commandLine);
+        return true;
+    }
+    bool openDocument(const String&) override { return true; }
 
     std::vector<Shown> shown;
     int beeps = 0;
+    std::vector<String> started;
 
 private:
     Date now_;
+};
+
+// The system's platform with the pinned host in place of its own.
+class PinnedPlatform final : public PosixPlatform {
+public:
+    explicit PinnedPlatform(std::shared_ptr<PinnedHost> host)
+        : PosixPlatform(PlatformSettings::fromEnvironment()), host_(std::move(host)) {}
+    Host& host() override { return *host_; }
+
+private:
+    std::shared_ptr<PinnedHost> host_;
 };
 
 // Installs a host whose clock stands at the given moment; the fixture that
@@ -50,10 +68,10 @@ private:
 inline PinnedHost& PinClock(std::shared_ptr<PinnedHost>& keep, int y, int m, int d, int hh = 0, int nn = 0,
                             int ss = 0) {
     keep = std::make_shared<PinnedHost>(Date{DateFromParts(y, m, d).serial + TimeFromParts(hh, nn, ss).serial});
-    installHost(keep);
+    installPlatform(std::make_shared<PinnedPlatform>(keep));
     return *keep;
 }
 
-inline void RestoreHost() { installHost(makeSystemHost()); }
+inline void RestoreHost() { installPlatform(makeSystemPlatform(PlatformSettings::fromEnvironment())); }
 
 }  // namespace kiv::testing

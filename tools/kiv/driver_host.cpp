@@ -17,6 +17,9 @@ void Output::line(const std::string& text) {
     }
 }
 
+DriverHost::DriverHost(Output& out, const PlatformSettings& settings)
+    : out_(out), system_(makePosixHost(settings)) {}
+
 int DriverHost::messageBox(MsgIcon icon, const String& title, const String& text) {
     const char* name = "None";
     switch (icon) {
@@ -32,10 +35,16 @@ int DriverHost::messageBox(MsgIcon icon, const String& title, const String& text
 
 void DriverHost::beep() { out_.line("Beep"); }
 
-Date DriverHost::now() {
-    if (pinned_) return DateOfParts(*pinned_);
-    if (!system_) system_ = makeSystemHost();
-    return system_->now();
+Date DriverHost::now() { return pinned_ ? DateOfParts(*pinned_) : system_->now(); }
+
+bool DriverHost::startProgram(const String& commandLine) {
+    out_.line("Start " + QuotedText(commandLine));
+    return true;
+}
+
+bool DriverHost::openDocument(const String& target) {
+    out_.line("Open " + QuotedText(target));
+    return true;
 }
 
 std::optional<DateParts> ParseClock(std::string_view text) {

@@ -2,6 +2,8 @@
 // and conformance files, lists the interface, and offers a prompt.
 #include <unistd.h>
 
+#include <algorithm>
+#include <cctype>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -38,9 +40,13 @@ void Usage(std::FILE* to) {
         "  list [WORD]       the operations of the interface (those whose name contains WORD)\n"
         "  help NAME         the signature and purpose of an operation or built-in function\n"
         "\n"
-        "options:\n"
+        "options (before or after the command; --opt=value is the same as --opt value):\n"
         "  --now \"yyyy-mm-dd hh:nn:ss\"   pin the clock the component reads (also \"yyyy-mm-dd\")\n"
-        "  --drive-c DIR                 map the drive C: of Windows paths to DIR (sets KIV_DRIVE_C)\n"
+        "  --drive-c DIR                 map the drive C: of Windows paths to DIR (also KIV_DRIVE_C)\n"
+        "  --drive L=DIR                 map the drive L: to DIR (also KIV_DRIVE_L)\n"
+        "  --registry DIR                the folder of the registry store (also KIV_REGISTRY)\n"
+        "  --pin NAME=VALUE              pin a fact of the host or machine: app, winver, winbit,\n"
+        "                                pcname, username, ip\n"
         "  --help                        this text\n"
         "\n"
         "exit status: 0 when the run completed, 1 when `check` found failing cases\n"
@@ -153,41 +159,92 @@ int Interactive(Output& out) {
     return 0;
 }
 
+// Options may stand before or after the command; "--opt=value" is the same
+// as "--opt value". Everything else is the command and its arguments.
+struct CommandLine {
+    PlatformSettings settings = PlatformSettings::fromEnvironment();
+    std::optional<DateParts> now;
+    std::vector<std::string> words;
+};
+
+// False, with the reason on standard error, for a bad option.
+bool ParseOptions(const std::vector<std::string>& args, CommandLine& cl) {
+    static const std::vector<std::string> kWithValue = {"--now", "--drive-c", "--drive", "--registry", "--pin"};
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        std::string opt = args[i];
+        if (opt.rfind("--", 0) != 0 || opt == "--") {
+            cl.words.push_back(opt);
+            continue;
+        }
+        std::optional<std::string> value;
+        if (const std::size_t eq = opt.find('='); eq != std::string::npos) {
+            value = opt.substr(eq + 1);
+            opt.resize(eq);
+        }
+        const bool wantsValue = std::find(kWithValue.begin(), kWithValue.end(), opt) != kWithValue.end();
+        if (wantsValue && !value) {
+            if (i + 1 >= args.size()) {
+                std::fprintf(stderr, "kiv: %s needs a value\n", opt.c_str());
+                return false;
+            }
+            value = args[++i];
+        }
+        if (opt == "--now") {
+            cl.now = ParseClock(*value);
+            if (!cl.now) {
+                std::fprintf(stderr, "kiv: --now wants \"yyyy-mm-dd hh:nn:ss\" or \"yyyy-mm-dd\", not \"%s\"\n",
+                             value->c_str());
+                return false;
+            }
+        } else if (opt == "--drive-c") {
+            cl.settings.drives['C'] = *value;
+        } else if (opt == "--drive") {
+            const bool ok = value->size() >= 3 && std::isalpha(static_cast<unsigned char>((*value)[0])) &&
+                            (*value)[1] == '=';
+            if (!ok) {
+                std::fprintf(stderr, "kiv: --drive wants L=DIR, not \"%s\"\n", value->c_str());
+                return false;
+            }
+            cl.settings.drives[static_cast<char>(std::toupper(static_cast<unsigned char>((*value)[0])))] =
+                value->substr(2);
+        } else if (opt == "--registry") {
+            cl.settings.registryFolder = *value;
+        } else if (opt == "--pin") {
+            const std::size_t eq = value->find('=');
+            if (eq == std::string::npos || eq == 0) {
+                std::fprintf(stderr, "kiv: --pin wants NAME=VALUE, not \"%s\"\n", value->c_str());
+                return false;
+            }
+            cl.settings.pins[Lower(value->substr(0, eq))] = value->substr(eq + 1);
+        } else if (opt == "--help" && !value) {
+            cl.words.insert(cl.words.begin(), "--help");
+        } else {
+            std::fprintf(stderr, "kiv: unknown option %s\n", opt.c_str());
+            return false;
+        }
+    }
+    return true;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-    std::vector<std::string> args(argv + 1, argv + argc);
-    Output out;
-    auto host = std::make_shared<DriverHost>(out);
-    std::size_t i = 0;
-    for (; i < args.size() && args[i].rfind("--", 0) == 0; ++i) {
-        const std::string& opt = args[i];
-        if (opt == "--help") {
-            Usage(stdout);
-            return 0;
-        }
-        if ((opt == "--now" || opt == "--drive-c") && i + 1 >= args.size()) {
-            std::fprintf(stderr, "kiv: %s needs a value\n", opt.c_str());
-            return kParseFailure;
-        }
-        if (opt == "--now") {
-            const std::optional<DateParts> when = ParseClock(args[++i]);
-            if (!when) {
-                std::fprintf(stderr, "kiv: --now wants \"yyyy-mm-dd hh:nn:ss\" or \"yyyy-mm-dd\", not \"%s\"\n",
-                             args[i].c_str());
-                return kParseFailure;
-            }
-            host->pinClock(*when);
-        } else if (opt == "--drive-c") {
-            setenv("KIV_DRIVE_C", args[++i].c_str(), 1);
-        } else {
-            std::fprintf(stderr, "kiv: unknown option %s\n", opt.c_str());
-            Usage(stderr);
-            return kParseFailure;
-        }
+    CommandLine cl;
+    if (!ParseOptions(std::vector<std::string>(argv + 1, argv + argc), cl)) {
+        Usage(stderr);
+        return kParseFailure;
     }
-    installHost(host);
+    if (!cl.words.empty() && cl.words[0] == "--help") {
+        Usage(stdout);
+        return 0;
+    }
+    Output out;
+    auto driver = std::make_shared<DriverPlatform>(out, std::move(cl.settings));
+    if (cl.now) driver->host().pinClock(*cl.now);
+    installPlatform(driver);
 
+    const std::vector<std::string>& args = cl.words;
+    std::size_t i = 0;
     if (i == args.size()) return isatty(STDIN_FILENO) ? Interactive(out) : Run({"-"}, out);
     const std::string command = args[i++];
     const std::vector<std::string> rest(args.begin() + static_cast<std::ptrdiff_t>(i), args.end());

@@ -1,18 +1,22 @@
-// The platform's own host on POSIX: the system clock, messages written to the
-// standard error stream, the terminal bell.
+// The host on POSIX: the system clock, messages written to the standard
+// error stream, the terminal bell.
 #include <chrono>
 #include <cstdio>
 #include <ctime>
 
-#include "frame/host.hpp"
 #include "frame/runtime.hpp"
 #include "frame/strings.hpp"
+#include "system/posix/posix_platform.hpp"
 
 namespace kiv {
 namespace {
 
-class SystemHost final : public Host {
+class PosixHost final : public Host {
 public:
+    explicit PosixHost(const PlatformSettings& settings) {
+        const auto app = settings.pins.find("app");
+        app_ = app != settings.pins.end() ? FromUtf8(app->second) : u"kiv";
+    }
     int messageBox(MsgIcon, const String& title, const String& text) override {
         std::fprintf(stderr, "[%s] %s\n", ToUtf8(title).c_str(), ToUtf8(text).c_str());
         return 1;
@@ -27,11 +31,17 @@ public:
         const Date time = TimeFromParts(local.tm_hour, local.tm_min, local.tm_sec);
         return Date{day.serial + time.serial};
     }
-    String applicationName() override { return u"kiv"; }
+    String applicationName() override { return app_; }
+    // Programs and documents: filled in with the files' path mapping.
+    bool startProgram(const String&) override { return false; }
+    bool openDocument(const String&) override { return false; }
+
+private:
+    String app_;
 };
 
 }  // namespace
 
-std::shared_ptr<Host> makeSystemHost() { return std::make_shared<SystemHost>(); }
+std::unique_ptr<Host> makePosixHost(const PlatformSettings& settings) { return std::make_unique<PosixHost>(settings); }
 
 }  // namespace kiv

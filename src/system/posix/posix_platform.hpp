@@ -1,0 +1,44 @@
+// The platform on POSIX systems: the system clock, Windows paths mapped to
+// folders, our own INI engine, the registry kept in SQLite, no window system.
+// A host such as the kiv driver derives from it to show messages its own way.
+#pragma once
+
+#include <memory>
+
+#include "frame/platform.hpp"
+
+namespace kiv {
+
+// Each seam's POSIX implementation, in the file of its subject.
+std::unique_ptr<Host> makePosixHost(const PlatformSettings& settings);
+std::unique_ptr<FileSystem> makePosixFileSystem(const PlatformSettings& settings);
+std::unique_ptr<FileTable> makePosixFileTable(const PlatformSettings& settings);
+std::unique_ptr<ProfileFiles> makePosixProfileFiles(const PlatformSettings& settings);
+std::unique_ptr<RegistryStore> makePosixRegistryStore(const PlatformSettings& settings);
+std::unique_ptr<WindowSystem> makePosixWindowSystem(const PlatformSettings& settings);
+std::unique_ptr<Machine> makePosixMachine(const PlatformSettings& settings);
+
+class PosixPlatform : public Platform {
+public:
+    explicit PosixPlatform(PlatformSettings settings);
+    Host& host() override { return *host_; }
+    FileSystem& files() override { return *files_; }
+    FileTable& fileTable() override { return *fileTable_; }
+    ProfileFiles& profiles() override { return *profiles_; }
+    RegistryStore& registry() override { return *registry_; }
+    WindowSystem& windows() override { return *windows_; }
+    Machine& machine() override { return *machine_; }
+    const PlatformSettings& settings() const override { return settings_; }
+
+private:
+    PlatformSettings settings_;
+    std::unique_ptr<Host> host_;
+    std::unique_ptr<FileSystem> files_;
+    std::unique_ptr<FileTable> fileTable_;
+    std::unique_ptr<ProfileFiles> profiles_;
+    std::unique_ptr<RegistryStore> registry_;
+    std::unique_ptr<WindowSystem> windows_;
+    std::unique_ptr<Machine> machine_;
+};
+
+}  // namespace kiv
