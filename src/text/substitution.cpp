@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "frame/cl_kiv.hpp"
+#include "frame/code_page.hpp"
 #include "frame/convert.hpp"
 #include "frame/errors.hpp"
 #include "frame/runtime.hpp"
@@ -88,28 +89,11 @@ Variant Cl_KIV::SostWord(const Variant& Str_0, const String& Str_Find, const Str
     return W;
 }
 
-namespace {
-
-// The characters of codes 128 to 159 in Windows-1252; the five codes that the
-// code page leaves undefined keep their own value.
-constexpr std::array<char16_t, 32> kCp1252High = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,
-};
-
-char16_t cp1252Char(int code) {
-    if (code >= 128 && code < 160) return kCp1252High[static_cast<std::size_t>(code - 128)];
-    return static_cast<char16_t>(code);
-}
-
-}  // namespace
-
 // Each call works on the unchanged S and only the last result is kept, so in
 // effect only code 31 is replaced. Hosts rely on exactly that.
 String Cl_KIV::SostLoChar(const String& S, const String& Nuovo) {
     String result;
-    for (int code = 0; code <= 31; ++code) result = SostChar(S, String(1, cp1252Char(code)), Nuovo);
+    for (int code = 0; code <= 31; ++code) result = SostChar(S, String(1, Cp1252Char(static_cast<unsigned char>(code))), Nuovo);
     return result;
 }
 
@@ -117,7 +101,7 @@ String Cl_KIV::SostLoChar(const String& S, const String& Nuovo) {
 // survives as an effect.
 String Cl_KIV::SostHiChar(const String& S, const String& Nuovo) {
     String result;
-    for (int code = 128; code <= 255; ++code) result = SostChar(S, String(1, cp1252Char(code)), Nuovo);
+    for (int code = 128; code <= 255; ++code) result = SostChar(S, String(1, Cp1252Char(static_cast<unsigned char>(code))), Nuovo);
     return result;
 }
 

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "frame/cl_kiv.hpp"
+#include "frame/code_page.hpp"
 #include "frame/col_kiv.hpp"
 #include "frame/convert.hpp"
 #include "frame/errors.hpp"
@@ -41,14 +42,9 @@ Long Length(const Variant& v) {
     return n;
 }
 
-// Windows-1252 for 128 to 159; the rest of 0 to 255 is Latin-1 as it stands.
 char16_t AnsiChar(Long code) {
-    static constexpr char16_t kHigh[32] = {
-        0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-        0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-        0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
     if (code < 0 || code > 255) raise(kInvalidCall);
-    return code >= 128 && code < 160 ? kHigh[code - 128] : static_cast<char16_t>(code);
+    return Cp1252Char(static_cast<unsigned char>(code));
 }
 
 Variant Chr(const Args& a) { return Variant(String(1, AnsiChar(Whole(a[0])))); }
