@@ -146,6 +146,9 @@ public:
     Double EstraiIVA(Double Tot, Double Perc, Ref<Integer> ArroDec = Integer{2});
     Double CalcIVA(Double Impo, Single Perc, Integer ArroDec = 2);
 
+    // --- Amounts in Italian words (numbers/words.cpp)
+    String Num2Let(const Variant& Importo, Integer N_Dec = 2, const String& Sep = u"/");
+
     // --- Date masks and conversions (dates/masks.cpp)
     String FormattaData(const Variant& sData);
     String FmtData(Integer dd, Integer mm, Integer yy);
@@ -189,6 +192,10 @@ public:
     Long Hh2Min(Date Hh, Integer Lun = 0);
     Long Hh2Sec(const String& P_Hh);
 
+    // --- Seconds and clock differences (dates/clock_texts.cpp)
+    String Sec2Hh(Long Sec, const String& Sep = u":", Boolean ConSec = true, Integer Lun = 0);
+    String Ora_Diff(const String& Ora_Ini, const String& Ora_Fin, const String& Sep = u":");
+
     // --- Month and weekday names, printed headers (dates/names.cpp)
     String Num2Mes(Integer NuMes);
     Integer Mese2Num(const String& p_Mese);
@@ -211,6 +218,12 @@ public:
     String PipeSost(const String& T_Row, Integer Pos, const String& NewStr, const String& Sep = u"|",
                     Boolean NoChangeWidth = false);
 
+    // --- Records as rows and columns (delimited/rows.cpp)
+    String Pipe2Rows(const String& T_Row, const String& Sep = u"|", Boolean Trimmed = false,
+                     const String& RowSep = u"\r\n");
+    String Pipe2STRows(const String& T_Rows, const String& Larghezze, const String& Sep = u"|",
+                       const String& Gap = u" ", const String& RowSep = u"\r\n");
+
     // --- Codice fiscale (codes/codice_fiscale.cpp)
     String Get_CheckCF(const String& T_Cf);
     EnCF_Result Is_CFTest(const String& T_Cf);
@@ -224,6 +237,33 @@ public:
     // --- EAN and Code32 check digits (codes/barcodes.cpp)
     Integer BCheck_EAN(const String& BCode, En_EANType BType = EanT_Ean8);
     Integer BCheck_Code32(const String& BCode, En_EANType BType = EanT_Ean8);
+
+    // --- Hexadecimal and binary digits (conversions/hexadecimal.cpp)
+    String Str2Hex(const String& S, const String& Sep = u"");
+    String Hex2Str(const String& T_Hex, const String& Sep = u"");
+    String Hex2Bin(const String& T_Hex, const String& Sep = u"");
+    String Bin2Hex(const String& T_Bin, const String& Sep = u"");
+
+    // --- Number bases 2 to 36 (conversions/bases.cpp)
+    String Num2Base(const Variant& N, Integer Base, Integer Lun = 0);
+    Double Base2Num(const String& T_Num, Integer Base);
+
+    // --- RGB colours as hexadecimal texts (conversions/colours.cpp)
+    Boolean Hex2RGB(const String& T_Hex, Ref<Integer> R, Ref<Integer> G, Ref<Integer> B);
+    String RGB2Hex(Integer R, Integer G, Integer B, Boolean Cancelletto = false);
+    Long Hex2Color(const String& T_Hex);
+    String Color2Hex(Long Colore, Boolean Cancelletto = false);
+    String MescolaColori(const String& T_Hex1, const String& T_Hex2, Double Perc = 50.0);
+    String SchiarisciColore(const String& T_Hex, Double Perc);
+    String ScurisciColore(const String& T_Hex, Double Perc);
+
+    // --- BASIC binary number formats (conversions/basic_numbers.cpp)
+    Integer Cvi2Int(const String& S);
+    Double Cvs2Dbl(const String& S);
+    Double Cvd2Dbl(const String& S);
+    String Int2Mki(Integer N);
+    String Dbl2Mks(Double N);
+    String Dbl2Mkd(Double N);
 
 private:
     friend struct ClKivPrivate;  // lets the unit tests reach the private operations

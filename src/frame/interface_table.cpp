@@ -12,6 +12,7 @@ using C = Cl_KIV;
 const Variant kNoText = Variant(u"");
 const Variant kPipe = Variant(u"|");
 const Variant kFalse = Variant(false);
+const Variant kCrLf = Variant(u"\r\n");
 Variant I(int v) { return Variant(static_cast<Integer>(v)); }
 Variant L(int v) { return Variant(static_cast<Long>(v)); }
 Variant D(double v) { return Variant(v); }
@@ -135,6 +136,10 @@ std::vector<Member> BuildTable() {
         Method<&C::CalcIVA>("CalcIVA", "The VAT on a net amount, halves up.", ByRef("Impo"), ByRef("Perc"),
                             OptRef("ArroDec", I(2))),
 
+        // Amounts in Italian words
+        Method<&C::Num2Let>("Num2Let", "An amount in Italian words, cents as a fraction (\"uno/50\").",
+                            ByVal("Importo"), OptVal("N_Dec", I(2)), OptVal("Sep", Variant(u"/"))),
+
         // Date masks and conversions
         Method<&C::FormattaData>("FormattaData", "A compact date yyyymmdd as a masked date dd/mm/yyyy.", ByVal("sData")),
         Method<&C::FmtData>("FmtData", "Day, month and year as a masked date.", ByVal("dd"), ByVal("mm"), ByVal("yy")),
@@ -186,6 +191,12 @@ std::vector<Member> BuildTable() {
         Method<&C::Hh2Min>("Hh2Min", "The minutes of a time of day.", ByRef("Hh"), OptRef("Lun", I(0))),
         Method<&C::Hh2Sec>("Hh2Sec", "The seconds of a clock text.", ByRef("P_Hh")),
 
+        // Seconds and clock differences
+        Method<&C::Sec2Hh>("Sec2Hh", "Seconds as a clock text h:mm:ss, hours not limited to a day.", ByVal("Sec"),
+                           OptVal("Sep", Variant(u":")), OptVal("ConSec", Variant(true)), OptVal("Lun", I(0))),
+        Method<&C::Ora_Diff>("Ora_Diff", "The time from one clock text to another, across midnight.",
+                             ByVal("Ora_Ini"), ByVal("Ora_Fin"), OptVal("Sep", Variant(u":"))),
+
         // Month and weekday names, printed headers
         Method<&C::Num2Mes>("Num2Mes", "The Italian name of a month or payroll period.", ByRef("NuMes")),
         Method<&C::Mese2Num>("Mese2Num", "The number of a month named in Italian or English.", ByRef("p_Mese")),
@@ -219,6 +230,13 @@ std::vector<Member> BuildTable() {
                              ByRef("T_Row"), ByRef("Pos"), ByRef("NewStr"), OptRef("Sep", kPipe),
                              OptRef("NoChangeWidth", kFalse)),
 
+        // Records as rows and columns
+        Method<&C::Pipe2Rows>("Pipe2Rows", "The fields of a record, one per row.", ByVal("T_Row"),
+                              OptVal("Sep", kPipe), OptVal("Trimmed", kFalse), OptVal("RowSep", kCrLf)),
+        Method<&C::Pipe2STRows>("Pipe2STRows", "Records laid out in fixed-width columns for printing.",
+                                ByVal("T_Rows"), ByVal("Larghezze"), OptVal("Sep", kPipe), OptVal("Gap", Variant(u" ")),
+                                OptVal("RowSep", kCrLf)),
+
         // Codice fiscale
         Method<&C::Get_CheckCF>("Get_CheckCF", "The check character of a codice fiscale.", ByRef("T_Cf")),
         Method<&C::Is_CFTest>("Is_CFTest", "Classifies a codice fiscale (EnCF_Result).", ByRef("T_Cf")),
@@ -235,6 +253,43 @@ std::vector<Member> BuildTable() {
                                OptRef("BType")),
         Method<&C::BCheck_Code32>("BCheck_Code32", "The Code32 check digit, or -1 for an unusable code.",
                                   ByRef("BCode"), OptRef("BType")),
+
+        // Hexadecimal and binary digits
+        Method<&C::Str2Hex>("Str2Hex", "The bytes of a text as hexadecimal digits.", ByVal("S"), OptVal("Sep", kNoText)),
+        Method<&C::Hex2Str>("Hex2Str", "Hexadecimal digits as the text of those bytes.", ByVal("T_Hex"),
+                            OptVal("Sep", kNoText)),
+        Method<&C::Hex2Bin>("Hex2Bin", "Hexadecimal digits as binary digits, four per digit.", ByVal("T_Hex"),
+                            OptVal("Sep", kNoText)),
+        Method<&C::Bin2Hex>("Bin2Hex", "Binary digits as hexadecimal digits.", ByVal("T_Bin"), OptVal("Sep", kNoText)),
+
+        // Number bases 2 to 36
+        Method<&C::Num2Base>("Num2Base", "A whole number in the digits of a base from 2 to 36.", ByVal("N"),
+                             ByVal("Base"), OptVal("Lun", I(0))),
+        Method<&C::Base2Num>("Base2Num", "The number written in the digits of a base from 2 to 36.", ByVal("T_Num"),
+                             ByVal("Base")),
+
+        // RGB colours as hexadecimal texts
+        Method<&C::Hex2RGB>("Hex2RGB", "Splits \"#RRGGBB\" into R, G and B; False for no colour text.",
+                            ByVal("T_Hex"), ByRef("R"), ByRef("G"), ByRef("B")),
+        Method<&C::RGB2Hex>("RGB2Hex", "R, G and B as \"RRGGBB\", each clamped to 0-255.", ByVal("R"), ByVal("G"),
+                            ByVal("B"), OptVal("Cancelletto", kFalse)),
+        Method<&C::Hex2Color>("Hex2Color", "The colour value of \"#RRGGBB\", or -1.", ByVal("T_Hex")),
+        Method<&C::Color2Hex>("Color2Hex", "A colour value as \"RRGGBB\"; \"\" for a system colour.",
+                              ByVal("Colore"), OptVal("Cancelletto", kFalse)),
+        Method<&C::MescolaColori>("MescolaColori", "Mixes Perc percent of the second colour into the first.",
+                                  ByVal("T_Hex1"), ByVal("T_Hex2"), OptVal("Perc", D(50.0))),
+        Method<&C::SchiarisciColore>("SchiarisciColore", "Lightens a colour by Perc percent towards white.",
+                                     ByVal("T_Hex"), ByVal("Perc")),
+        Method<&C::ScurisciColore>("ScurisciColore", "Darkens a colour by Perc percent towards black.", ByVal("T_Hex"),
+                                   ByVal("Perc")),
+
+        // BASIC binary number formats
+        Method<&C::Cvi2Int>("Cvi2Int", "A 2-byte BASIC integer (CVI) as an Integer.", ByVal("S")),
+        Method<&C::Cvs2Dbl>("Cvs2Dbl", "A 4-byte BASIC real (CVS, binary format) as a Double.", ByVal("S")),
+        Method<&C::Cvd2Dbl>("Cvd2Dbl", "An 8-byte BASIC real (CVD, binary format) as a Double.", ByVal("S")),
+        Method<&C::Int2Mki>("Int2Mki", "An Integer as the 2 bytes of BASIC's MKI$.", ByVal("N")),
+        Method<&C::Dbl2Mks>("Dbl2Mks", "A number as the 4 bytes of BASIC's MKS$.", ByVal("N")),
+        Method<&C::Dbl2Mkd>("Dbl2Mkd", "A number as the 8 bytes of BASIC's MKD$.", ByVal("N")),
     };
 }
 
