@@ -255,7 +255,8 @@ std::vector<Member> BuildTable() {
                                   ByRef("BCode"), OptRef("BType")),
 
         // Hexadecimal and binary digits
-        Method<&C::Str2Hex>("Str2Hex", "The bytes of a text as hexadecimal digits.", ByVal("S"), OptVal("Sep", kNoText)),
+        Method<&C::Str2Hex>("Str2Hex", "The bytes of a text as hexadecimal digits.", ByVal("S"),
+                            OptVal("Sep", kNoText)),
         Method<&C::Hex2Str>("Hex2Str", "Hexadecimal digits as the text of those bytes.", ByVal("T_Hex"),
                             OptVal("Sep", kNoText)),
         Method<&C::Hex2Bin>("Hex2Bin", "Hexadecimal digits as binary digits, four per digit.", ByVal("T_Hex"),

@@ -13,10 +13,11 @@ namespace kiv {
 
 namespace {
 
-const char16_t* const kUnits[20] = {u"",         u"uno",         u"due",      u"tre",         u"quattro",
-                                    u"cinque",   u"sei",         u"sette",    u"otto",        u"nove",
-                                    u"dieci",    u"undici",      u"dodici",   u"tredici",     u"quattordici",
-                                    u"quindici", u"sedici",      u"diciassette", u"diciotto", u"diciannove"};
+const char16_t* const kUnits[20] = {
+    u"",         u"uno",    u"due",         u"tre",      u"quattro",    u"cinque",   u"sei",
+    u"sette",    u"otto",   u"nove",        u"dieci",    u"undici",     u"dodici",   u"tredici",
+    u"quattordici", u"quindici", u"sedici", u"diciassette", u"diciotto", u"diciannove",
+};
 const char16_t* const kTens[10] = {u"",          u"",         u"venti",    u"trenta",  u"quaranta",
                                    u"cinquanta", u"sessanta", u"settanta", u"ottanta", u"novanta"};
 
