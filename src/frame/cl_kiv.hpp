@@ -222,6 +222,12 @@ public:
     Integer BCheck_EAN(const String& BCode, En_EANType BType = EanT_Ean8);
     Integer BCheck_Code32(const String& BCode, En_EANType BType = EanT_Ean8);
 
+    // --- Paths and files (system/paths.cpp, system/files.cpp)
+
+    // --- Diagnostic log (system/log.cpp)
+    void Dbg_Log(const Variant& Txt_Log, Boolean B_First = false, const String& T_File = u"",
+                 Boolean HasFullPath = false);
+
 private:
     friend struct ClKivPrivate;  // lets the unit tests reach the private operations
 
