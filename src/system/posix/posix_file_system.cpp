@@ -76,9 +76,13 @@ public:
         if (path.find(u'\0') != String::npos || path.size() > kLongestPath) raise(kBadFileNameOrNumber);
         const bool drive = path.size() >= 2 && path[1] == u':' && path[0] < 0x80 &&
                            std::isalpha(static_cast<unsigned char>(path[0]));
-        const bool windows = drive || path.find(u'\\') != String::npos;
-        // A POSIX path passes as it stands.
-        if (!windows) return fs::path(ToUtf8(path));
+        const bool windows = drive || (path.find(u'\\') != String::npos && path[0] != u'/');
+        // A POSIX path passes as it stands, a backslash in it read as a slash.
+        if (!windows) {
+            String native = path;
+            std::replace(native.begin(), native.end(), u'\\', u'/');
+            return fs::path(ToUtf8(native));
+        }
 
         String rest = drive ? path.substr(2) : path;
         for (char16_t c : rest)
@@ -88,7 +92,7 @@ public:
             root = driveRoot(static_cast<char>(std::toupper(static_cast<unsigned char>(path[0]))));
         } else if (rest.size() >= 2 && isSeparator(rest[0]) && isSeparator(rest[1])) {
             raise(kPathNotFound);  // a network share: no mapping for servers
-        } else if (isSeparator(rest[0])) {
+        } else if (rest[0] == u'\\') {
             root = driveRoot('C');  // the root of the current drive, which is C:
         }
         const bool rooted = !root.empty();
