@@ -269,3 +269,36 @@ TEST_F(Table, LogNameComesFromTheHostsName) {
 
 }  // namespace
 }  // namespace kiv
+
+namespace kiv {
+namespace {
+
+// The folder goes to the desktop's opener as one argument, mapped, with no
+// shell between: blanks, quotes and dollars in it reach the program untouched.
+TEST_F(Table, ExplorerOpensTheMappedFolderWithoutAShell) {
+    const fs::path bin = base_ / "bin";
+    fs::create_directory(bin);
+    {
+        std::ofstream script(bin / "xdg-open");
+        script << "#!/bin/sh\nprintf '%s|%s' \"$#\" \"$1\" > \"$(dirname \"$0\")/seen.tmp\"\n"
+                  "mv \"$(dirname \"$0\")/seen.tmp\" \"$(dirname \"$0\")/seen\"\n";
+    }
+    fs::permissions(bin / "xdg-open", fs::perms::owner_all);
+    const char* old = getenv("PATH");
+    const std::string saved = old ? old : "";
+    setenv("PATH", (bin.string() + ":/usr/bin:/bin").c_str(), 1);
+    std::unique_ptr<Host> host = makePosixHost(settings_);
+    const bool started = host->startProgram(u"EXPLORER /e, /root,  c:\\data\\a b'; $x");
+    const bool other = host->startProgram(u"NOTEPAD.EXE C:\\x.txt");
+    for (int i = 0; i < 200 && !fs::exists(bin / "seen"); ++i) usleep(10000);
+    setenv("PATH", "/nonexistent", 1);
+    const bool withoutOpener = host->startProgram(u"EXPLORER  C:\\Data");
+    setenv("PATH", saved.c_str(), 1);
+    EXPECT_TRUE(started);
+    EXPECT_FALSE(other);
+    EXPECT_FALSE(withoutOpener);
+    EXPECT_EQ(slurp(bin / "seen"), "1|" + (c_ / "Data" / "a b'; $x").string());
+}
+
+}  // namespace
+}  // namespace kiv
