@@ -266,8 +266,6 @@ String FormatDate(Date date, const String& pat) {
     return out.str();
 }
 
-bool InDateRange(double serial) { return serial >= -657434 && serial < 2958466; }
-
 }  // namespace
 
 String FormatPattern(const Variant& value, const String& pattern) {

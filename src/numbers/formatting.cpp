@@ -103,7 +103,7 @@ String Cl_KIV::FmtNum(const Variant& N, Integer Lun, Integer Dec, Ref<Boolean> F
     thread_local String pattern;  // reused between calls, as Aligned's
     NumberPattern(Lun, Dec, pattern, integerLength, extra);
 
-    const Double x = ToDouble(X);
+    const Double x = ToDoubleLocale(X);
     if (*Fl_Mig && NeededWidth(*this, x, extra) > Lun) *Fl_Mig = false;  // tells the caller the marks were dropped
 
     if (*Fl_Mig) PutMarks(pattern, integerLength);
@@ -144,7 +144,7 @@ String Cl_KIV::FmtNumOld(const Variant& N, Integer Lun, Integer Dec, Ref<Boolean
     thread_local String pattern;  // reused between calls, as Aligned's
     NumberPattern(Lun, Dec, pattern, integerLength, extra);
 
-    const Double x = ToDouble(X);
+    const Double x = ToDoubleLocale(X);
     if (*Fl_Mig && NeededWidth(*this, x, extra) > Lun) *Fl_Mig = false;
     if (*Fl_Mig) PutMarks(pattern, integerLength);
 
@@ -191,25 +191,8 @@ String Cl_KIV::FmtZero(const Variant& T_Tag) {
     return Trim(R);
 }
 
-namespace {
-
-// -Perc of the runtime: the type stays, except that a negated Boolean is an
-// Integer and negated text a Double.
-Variant Negated(const Variant& v) {
-    if (const Integer* i = v.as<Integer>()) return Variant(checkedInteger(-static_cast<std::int64_t>(*i)));
-    if (const Long* l = v.as<Long>()) return Variant(checkedLong(-static_cast<std::int64_t>(*l)));
-    if (const Single* f = v.as<Single>()) return Variant(static_cast<Single>(-*f));
-    if (const Double* d = v.as<Double>()) return Variant(-*d);
-    if (const Currency* c = v.as<Currency>()) return Variant(Currency{-c->scaled});
-    if (const Date* t = v.as<Date>()) return Variant(Date{-t->serial});
-    if (const Boolean* b = v.as<Boolean>()) return Variant(Integer{static_cast<Integer>(*b ? 1 : 0)});
-    return Variant(-ToDoubleLocale(v));
-}
-
-}  // namespace
-
 String Cl_KIV::Perc2Str(Ref<Variant> Perc, Ref<Integer> LStr, Ref<String> SStr) {
-    if (CompareValues(*Perc, Variant(Integer{0})) == Order::Less) *Perc = Negated(*Perc);
+    if (CompareValues(*Perc, Variant(Integer{0})) == Order::Less) *Perc = Negate(*Perc);
     if (CompareValues(*Perc, Variant(Integer{100})) == Order::Greater) *Perc = Variant(Integer{100});
 
     if (*LStr == 0) *LStr = 10;
@@ -230,7 +213,7 @@ String Cl_KIV::Perc2Str(Ref<Variant> Perc, Ref<Integer> LStr, Ref<String> SStr) 
     }
 
     if (SStr->empty()) raise(kInvalidCall);  // no fill character
-    const Double count = IntFloor(static_cast<Double>(*LStr) * ToDouble(*Perc) / 100);
+    const Double count = IntFloor(static_cast<Double>(*LStr) * ToDoubleLocale(*Perc) / 100);
     const String filled = StringOf(static_cast<Long>(count), (*SStr)[0]);
     return filled + Mid(background, static_cast<Long>(filled.size()) + 1);
 }

@@ -47,7 +47,7 @@ TEST(ConvertNumbers, RoundHalfEvenWithOverflow) {
     EXPECT_EQ(ErrorOf([] { ToSingle(Variant(1e300)); }), kOverflow);
     EXPECT_EQ(ToSingle(Variant(u"1,5")), 1.5f);
     EXPECT_EQ(ToCurrency(Variant(1.23456)), Currency{12346});
-    EXPECT_EQ(ToDouble(Variant(u"(2,5)")), -2.5);
+    EXPECT_EQ(ToDoubleLocale(Variant(u"(2,5)")), -2.5);
     EXPECT_EQ(RoundToInteger(-32768.5), -32768);
     EXPECT_EQ(ErrorOf([] { RoundToInteger(32767.5); }), kOverflow);
     EXPECT_EQ(RoundToLong(2147483647.0), 2147483647);
@@ -56,16 +56,16 @@ TEST(ConvertNumbers, RoundHalfEvenWithOverflow) {
 }
 
 TEST(ConvertBoolean, WordsNumbersAndFailures) {
-    EXPECT_TRUE(ToBoolean(Variant(u"true")));
-    EXPECT_TRUE(ToBoolean(Variant(u"VERO")));
-    EXPECT_FALSE(ToBoolean(Variant(u"Falso")));
-    EXPECT_FALSE(ToBoolean(Variant(u"FALSE")));
-    EXPECT_TRUE(ToBoolean(Variant(u"0,5")));
-    EXPECT_FALSE(ToBoolean(Variant(u"0")));
-    EXPECT_TRUE(ToBoolean(Variant(Integer{-3})));
-    EXPECT_FALSE(ToBoolean(Variant()));
-    EXPECT_EQ(ErrorOf([] { ToBoolean(Variant(u"si")); }), kTypeMismatch);
-    EXPECT_EQ(ErrorOf([] { ToBoolean(Variant::null()); }), kInvalidUseOfNull);
+    EXPECT_TRUE(ToBooleanLocale(Variant(u"true")));
+    EXPECT_TRUE(ToBooleanLocale(Variant(u"VERO")));
+    EXPECT_FALSE(ToBooleanLocale(Variant(u"Falso")));
+    EXPECT_FALSE(ToBooleanLocale(Variant(u"FALSE")));
+    EXPECT_TRUE(ToBooleanLocale(Variant(u"0,5")));
+    EXPECT_FALSE(ToBooleanLocale(Variant(u"0")));
+    EXPECT_TRUE(ToBooleanLocale(Variant(Integer{-3})));
+    EXPECT_FALSE(ToBooleanLocale(Variant()));
+    EXPECT_EQ(ErrorOf([] { ToBooleanLocale(Variant(u"si")); }), kTypeMismatch);
+    EXPECT_EQ(ErrorOf([] { ToBooleanLocale(Variant::null()); }), kInvalidUseOfNull);
 }
 
 TEST(ConvertObject, OnlyObjects) {

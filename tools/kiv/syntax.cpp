@@ -22,7 +22,7 @@ struct Token {
     Kind kind = Kind::End;
     std::string text;  // the number as written, the name, the symbol
     String value;      // Text
-    DateParts date;    // Date
+    DateLiteralParts date;    // Date
 };
 
 // Splits a line into tokens; a quote outside text starts a comment.
@@ -118,8 +118,8 @@ private:
     }
 
     // "yyyy-mm-dd", "yyyy-mm-dd hh:nn:ss" or "hh:nn:ss" (seconds optional).
-    static DateParts DateBody(std::string_view body) {
-        DateParts d;
+    static DateLiteralParts DateBody(std::string_view body) {
+        DateLiteralParts d;
         std::size_t p = 0;
         auto field = [&](std::size_t minDigits, std::size_t maxDigits) {
             const std::size_t start = p;
