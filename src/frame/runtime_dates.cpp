@@ -2,6 +2,7 @@
 #include <cmath>
 #include <cstdint>
 
+#include "frame/ascii.hpp"
 #include "frame/errors.hpp"
 #include "frame/platform.hpp"
 #include "frame/locale.hpp"
@@ -67,7 +68,7 @@ struct Reader {
     bool number(int& value, int& digits) {
         value = 0;
         digits = 0;
-        while (p < e && *p >= u'0' && *p <= u'9') {
+        while (p < e && IsAsciiDigit(*p)) {
             if (digits == 9) return false;
             value = value * 10 + (*p++ - u'0');
             ++digits;
@@ -76,8 +77,8 @@ struct Reader {
     }
     // "AM" / "PM", case-blind; 0 none, 1 AM, 2 PM.
     int meridiem() {
-        if (e - p < 2 || (p[1] | 0x20) != u'm') return 0;
-        const char16_t c = static_cast<char16_t>(*p | 0x20);
+        if (e - p < 2 || AsciiLower(p[1]) != u'm') return 0;
+        const char16_t c = AsciiLower(*p);
         if (c != u'a' && c != u'p') return 0;
         p += 2;
         return c == u'a' ? 1 : 2;

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdint>
 
 #include "frame/convert.hpp"
 #include "test_support.hpp"
@@ -66,6 +67,25 @@ TEST(ConvertBoolean, WordsNumbersAndFailures) {
     EXPECT_FALSE(ToBooleanLocale(Variant()));
     EXPECT_EQ(ErrorOf([] { ToBooleanLocale(Variant(u"si")); }), kTypeMismatch);
     EXPECT_EQ(ErrorOf([] { ToBooleanLocale(Variant::null()); }), kInvalidUseOfNull);
+}
+
+// The minus keeps the type but for Empty, Byte and Boolean (Integer) and
+// text (Double); the least value of each whole type has no negation.
+TEST(ConvertNegate, TypesAndTheLeastValues) {
+    const auto negated = [](const Variant& v) { return Negate(v); };
+    EXPECT_EQ(*negated(Variant()).as<Integer>(), 0);
+    EXPECT_TRUE(negated(Variant::null()).isNull());
+    EXPECT_EQ(*negated(Variant(Byte{200})).as<Integer>(), -200);
+    EXPECT_EQ(*negated(Variant(true)).as<Integer>(), 1);
+    EXPECT_EQ(*negated(Variant(u"2,5")).as<Double>(), -2.5);
+    EXPECT_EQ(negated(Variant(Date{-1.5})).as<Date>()->serial, 1.5);
+    EXPECT_EQ(*negated(Variant(Integer{-32767})).as<Integer>(), 32767);
+    EXPECT_EQ(ErrorOf([] { Negate(Variant(Integer{-32768})); }), kOverflow);
+    EXPECT_EQ(*negated(Variant(Long{-2147483647})).as<Long>(), 2147483647);
+    EXPECT_EQ(ErrorOf([] { Negate(Variant(Long{-2147483647 - 1})); }), kOverflow);
+    EXPECT_EQ(negated(Variant(Currency{INT64_MIN + 1})).as<Currency>()->scaled, INT64_MAX);
+    EXPECT_EQ(ErrorOf([] { Negate(Variant(Currency{INT64_MIN})); }), kOverflow);
+    EXPECT_EQ(ErrorOf([] { Negate(Variant(u"abc")); }), kTypeMismatch);
 }
 
 TEST(ConvertObject, OnlyObjects) {
