@@ -69,7 +69,7 @@ struct Reader {
         value = 0;
         digits = 0;
         while (p < e && IsAsciiDigit(*p)) {
-            if (digits == 9) return false;
+            if (digits == 9) return false;  // at most 9 digits: below 10^9, within an int
             value = value * 10 + (*p++ - u'0');
             ++digits;
         }
@@ -172,9 +172,9 @@ void AppendNumber(String& out, int v) {
 Date DateFromParts(int year, int month, int day) {
     // The window first, then months carry into years (0 is December before).
     const std::int64_t m0 = static_cast<std::int64_t>(month) - 1;
-    const std::int64_t carry = m0 >= 0 ? m0 / 12 : -((11 - m0) / 12);
+    const std::int64_t carry = m0 >= 0 ? m0 / 12 : -((11 - m0) / 12);  // floor(m0 / 12)
     const std::int64_t y = WindowYear(year) + carry;
-    const int m = static_cast<int>(m0 - carry * 12) + 1;
+    const int m = static_cast<int>(m0 - carry * 12) + 1;  // [1, 12]
     if (y < -100000 || y > 100000) raise(kInvalidCall);
     const double serial = static_cast<double>(DayNumber(y, m, 1) + day - 1);
     if (!InDateRange(serial)) raise(kInvalidCall);

@@ -121,6 +121,8 @@ Parse ReadRadix(const char16_t*& p, const char16_t* e, Skip skip, bool needDigit
         else if (base == 16 && c >= u'a' && c <= u'f') d = static_cast<unsigned>(c - u'a' + 10);
         else break;
         if (d >= base) break;
+        // Past 2^32 / base the next digit takes the value beyond 32 bits; the
+        // guard keeps it below 2^33 and the check after the loop settles it.
         if (value > (std::uint64_t{0xFFFFFFFF} >> (base == 16 ? 4 : 3)) + 1) return Parse::Overflow;
         value = value * base + d;
         ++count;
@@ -128,6 +130,7 @@ Parse ReadRadix(const char16_t*& p, const char16_t* e, Skip skip, bool needDigit
     }
     if (needDigit && count == 0) return Parse::Bad;
     if (value > 0xFFFFFFFFu) return Parse::Overflow;
+    // [0, 0xFFFF] as the bits of an Integer, [0x10000, 0xFFFFFFFF] as those of a Long.
     if (value <= 0xFFFF) out = static_cast<std::int16_t>(static_cast<std::uint16_t>(value));
     else out = static_cast<std::int32_t>(static_cast<std::uint32_t>(value));
     return Parse::Ok;
