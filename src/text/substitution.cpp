@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 
+#include "frame/ascii.hpp"
 #include "frame/cl_kiv.hpp"
 #include "frame/code_page.hpp"
 #include "frame/convert.hpp"
@@ -18,7 +19,7 @@ namespace {
 // codice fiscale and partita IVA checks push millions of characters a second
 // through SostChar, nearly all of them ASCII.
 inline char16_t fold(char16_t c) {
-    if (c < 0x80) return (c >= u'A' && c <= u'Z') ? static_cast<char16_t>(c + 32) : c;
+    if (c < 0x80) return AsciiLower(c);
     return FoldCase(c);
 }
 
