@@ -4,6 +4,7 @@
 
 #include "codes/cf_tables.hpp"
 #include "codes/code_text.hpp"
+#include "frame/ascii.hpp"
 #include "frame/runtime.hpp"
 #include "frame/strings.hpp"
 
@@ -31,7 +32,7 @@ int CfAlphabetIndex(char16_t c) {
         for (int place = 1; place <= 36; ++place) {
             const char16_t a = kCfAlphabet[place - 1];
             built[a] = static_cast<std::int8_t>(place);
-            if (a >= u'A' && a <= u'Z') built[a + 32] = static_cast<std::int8_t>(place);
+            if (a >= u'A' && a <= u'Z') built[AsciiLower(a)] = static_cast<std::int8_t>(place);
         }
         return built;
     }();

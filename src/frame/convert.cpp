@@ -4,6 +4,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 
 #include "frame/errors.hpp"
@@ -43,8 +44,6 @@ String ToText(const Variant& value) {
 
 String JoinText(const Variant& value) { return value.isNull() ? String() : ToText(value); }
 
-Double ToDouble(const Variant& value) { return ToDoubleLocale(value); }
-
 Single ToSingle(const Variant& value) {
     if (const Single* s = value.as<Single>()) return *s;
     const double d = ToDoubleLocale(value);
@@ -77,7 +76,7 @@ Currency ToCurrency(const Variant& value) {
     return Currency::fromDouble(ToDoubleLocale(value));
 }
 
-Boolean ToBoolean(const Variant& value) {
+Boolean ToBooleanLocale(const Variant& value) {
     switch (value.type()) {
         case VarType::Boolean: return *value.as<Boolean>();
         case VarType::Null: raise(kInvalidUseOfNull);
@@ -94,11 +93,30 @@ Boolean ToBoolean(const Variant& value) {
     }
 }
 
-Date ToDate(const Variant& value) { return ToDateLocale(value); }
-
 Object ToObject(const Variant& value) {
     if (const Object* o = value.as<Object>()) return *o;
     raise(kTypeMismatch);
+}
+
+Variant Negate(const Variant& value) {
+    switch (value.type()) {
+        case VarType::Empty: return Variant(Integer{0});
+        case VarType::Null: return value;
+        case VarType::Integer: return Variant(checkedInteger(-std::int64_t{*value.as<Integer>()}));
+        case VarType::Long: return Variant(checkedLong(-std::int64_t{*value.as<Long>()}));
+        case VarType::Byte: return Variant(static_cast<Integer>(-*value.as<Byte>()));
+        case VarType::Boolean: return Variant(static_cast<Integer>(*value.as<Boolean>() ? 1 : 0));
+        case VarType::Single: return Variant(-*value.as<Single>());
+        case VarType::Double: return Variant(-*value.as<Double>());
+        case VarType::Date: return Variant(Date{-value.as<Date>()->serial});
+        case VarType::Currency: {
+            const std::int64_t s = value.as<Currency>()->scaled;
+            if (s == std::numeric_limits<std::int64_t>::min()) raise(kOverflow);
+            return Variant(Currency{-s});
+        }
+        case VarType::String: return Variant(-ToDoubleLocale(value));
+        default: raise(kTypeMismatch);
+    }
 }
 
 namespace {

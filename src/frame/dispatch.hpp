@@ -193,10 +193,10 @@ template <class T> T FromArgument(const Variant& v) {
         else if constexpr (std::is_same_v<T, Integer>) return ToInteger(v);
         else if constexpr (std::is_same_v<T, Long>) return ToLong(v);
         else if constexpr (std::is_same_v<T, Single>) return ToSingle(v);
-        else if constexpr (std::is_same_v<T, Double>) return ToDouble(v);
+        else if constexpr (std::is_same_v<T, Double>) return ToDoubleLocale(v);
         else if constexpr (std::is_same_v<T, Currency>) return ToCurrency(v);
-        else if constexpr (std::is_same_v<T, Date>) return ToDate(v);
-        else if constexpr (std::is_same_v<T, Boolean>) return ToBoolean(v);
+        else if constexpr (std::is_same_v<T, Date>) return ToDateLocale(v);
+        else if constexpr (std::is_same_v<T, Boolean>) return ToBooleanLocale(v);
         else if constexpr (std::is_same_v<T, Byte>) return ToByte(v);
         else if constexpr (std::is_same_v<T, Object>) return ToObject(v);
         else if constexpr (std::is_enum_v<T>) return static_cast<T>(ToLong(v));

@@ -3,10 +3,12 @@
 #include <cmath>
 #include <cstring>
 
+#include "frame/ascii.hpp"
 #include "frame/convert.hpp"
 #include "frame/errors.hpp"
 #include "frame/locale.hpp"
 #include "frame/runtime.hpp"
+#include "frame/small_buffer.hpp"
 
 namespace kiv {
 namespace {
@@ -15,40 +17,18 @@ enum class Kind { Number, Text, Date };
 
 // The result is built on the stack and becomes a String once at the end:
 // number patterns are on the hot path of every amount shown.
-class Out {
-public:
-    void put(char16_t c) {
-        if (n_ < kSmall) small_[n_] = c;
-        else {
-            if (big_.empty()) big_.assign(small_, n_);
-            big_ += c;
-        }
-        ++n_;
-    }
-    void put(const char16_t* s, std::size_t count) {
-        for (std::size_t i = 0; i < count; ++i) put(s[i]);
-    }
-    String str() const { return n_ <= kSmall ? String(small_, n_) : big_; }
-
-private:
-    static constexpr std::size_t kSmall = 96;
-    char16_t small_[kSmall];
-    String big_;
-    std::size_t n_ = 0;
-};
-
-char16_t Lower(char16_t c) { return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 32) : c; }
+using Out = SmallBuffer<char16_t, 96>;
 
 // Quoted runs and backslash escapes are literal text in every kind of
 // pattern. Returns the index after the literal, appending it to `out`.
 std::size_t CopyLiteral(const String& pat, std::size_t i, Out* out) {
     if (pat[i] == u'\\') {
-        if (i + 1 < pat.size() && out) out->put(pat[i + 1]);
+        if (i + 1 < pat.size() && out) out->push(pat[i + 1]);
         return i + 2;
     }
     std::size_t j = i + 1;  // a double quote
     while (j < pat.size() && pat[j] != u'"') {
-        if (out) out->put(pat[j]);
+        if (out) out->push(pat[j]);
         ++j;
     }
     return j + 1;
@@ -60,7 +40,7 @@ Kind Classify(const String& pat) {
     bool dateLetter = false, month = false, text = false, digits = false;
     for (std::size_t i = 0; i < pat.size();) {
         if (IsLiteralStart(pat[i])) { i = CopyLiteral(pat, i, nullptr); continue; }
-        const char16_t c = Lower(pat[i++]);
+        const char16_t c = AsciiLower(pat[i++]);
         if (c == u'd' || c == u'y' || c == u'h' || c == u'n' || c == u's') dateLetter = true;
         else if (c == u'm') month = true;
         else if (c == u'@') text = true;
@@ -105,49 +85,61 @@ NumberLayout AnalyseNumber(const String& pat) {
     return l;
 }
 
+// The digits of a number rounded half away from zero at a decimal place:
+// value = digits[0].digits[1..count-1] x 10^exponent; no digits for zero.
+struct RoundedDigits {
+    char digits[sizeof DecimalDigits::digits];
+    int count, exponent;
+
+    char at(int i) const { return i >= 0 && i < count ? digits[i] : '0'; }  // '0' beyond either end
+    int integerLength() const { return count > 0 && exponent >= 0 ? exponent + 1 : 0; }
+};
+
+RoundedDigits RoundAt(const DecimalDigits& number, int decPlaces) {
+    RoundedDigits r;
+    r.count = number.count;  // [1, 17]
+    r.exponent = number.exponent;
+    for (int i = 0; i < r.count; ++i) r.digits[i] = number.digits[i];
+    if (r.count == 1 && r.digits[0] == '0') r.count = 0;
+    const int keep = r.exponent + decPlaces + 1;  // digits up to the last decimal place
+    if (keep >= r.count) return r;
+    const bool up = keep >= 0 && r.digits[keep] >= '5';
+    r.count = keep < 0 ? 0 : keep;
+    if (!up) return r;
+    int i = r.count - 1;
+    while (i >= 0 && r.digits[i] == '9') --i;
+    if (i < 0) {  // 9.99 -> 10.0: a new leading digit
+        r.digits[0] = '1';
+        r.count = 1;
+        ++r.exponent;
+    } else {
+        ++r.digits[i];
+        r.count = i + 1;
+    }
+    return r;
+}
+
+// The number laid into the pattern: integer digits on the placeholders
+// before the point (those beyond them in front of the first), grouping
+// marks every three, the decimals after it.
 String FormatNumber(const DecimalDigits& number, const String& pat, const NumberLayout& layout) {
     const Locale& loc = currentLocale();
-    const std::size_t point = layout.point;
-    const int intPlaces = layout.intPlaces, decPlaces = layout.decPlaces, trailingHashes = layout.trailingHashes;
-    const bool grouping = layout.grouping;
-
-    // Round the decimal digits half away from zero at the last decimal place.
-    char digs[40];
-    int n = number.count, x = number.exponent;
-    for (int i = 0; i < n; ++i) digs[i] = number.digits[i];
-    if (n == 1 && digs[0] == '0') n = 0;
-    const int keep = x + decPlaces + 1;
-    if (keep < n) {
-        const bool up = keep >= 0 && digs[keep] >= '5';
-        n = keep < 0 ? 0 : keep;
-        if (up) {
-            int i = n - 1;
-            while (i >= 0 && digs[i] == '9') --i;
-            if (i < 0) {  // 9.99 -> 10.0: a new leading digit
-                digs[0] = '1';
-                n = 1;
-                ++x;
-            } else {
-                ++digs[i];
-                n = i + 1;
-            }
-        }
-    }
-    const auto digitAt = [&](int idx) { return idx >= 0 && idx < n ? digs[idx] : '0'; };
-    const int intLen = n > 0 && x >= 0 ? x + 1 : 0;  // integer digits, digitAt(0 .. intLen-1)
+    const RoundedDigits d = RoundAt(number, layout.decPlaces);
+    const int x = d.exponent;
+    const int intLen = d.integerLength();  // digits d.at(0 .. intLen-1)
     // Trailing "#" decimals show only significant digits.
-    int decShown = decPlaces;
-    while (decShown > decPlaces - trailingHashes && digitAt(x + decShown) == '0') --decShown;
+    int decShown = layout.decPlaces;
+    while (decShown > layout.decPlaces - layout.trailingHashes && d.at(x + decShown) == '0') --decShown;
 
     Out out;
-    if (number.negative) out.put(u'-');  // also when the rounded value is zero
-    const auto emit = [&](char d, int pos) {
-        out.put(static_cast<char16_t>(d));
-        if (grouping && pos > 0 && pos % 3 == 0) out.put(loc.grouping);
+    if (number.negative) out.push(u'-');  // also when the rounded value is zero
+    const auto emit = [&](char digit, int pos) {  // pos: the digit's power of ten
+        out.push(static_cast<char16_t>(digit));
+        if (layout.grouping && pos > 0 && pos % 3 == 0) out.push(loc.grouping);
     };
-    const int surplus = intLen > intPlaces ? intLen - intPlaces : 0;
+    const int surplus = intLen > layout.intPlaces ? intLen - layout.intPlaces : 0;
     const auto emitSurplus = [&](int count) {
-        for (int j = 0; j < count; ++j) emit(digitAt(j), intLen - 1 - j);
+        for (int j = 0; j < count; ++j) emit(d.at(j), intLen - 1 - j);
     };
     int q = 0, f = 0;
     bool decimals = false;
@@ -156,26 +148,26 @@ String FormatNumber(const DecimalDigits& number, const String& pat, const Number
         if (IsLiteralStart(c)) { i = CopyLiteral(pat, i, &out); continue; }
         ++i;
         if (!decimals) {
-            if (i - 1 == point) {
-                if (intPlaces == 0) emitSurplus(intLen);
-                out.put(loc.decimal);
+            if (i - 1 == layout.point) {
+                if (layout.intPlaces == 0) emitSurplus(intLen);
+                out.push(loc.decimal);
                 decimals = true;
             } else if (IsPlaceholder(c)) {
                 if (q == 0) emitSurplus(surplus);  // digits beyond the placeholders go in front
-                const int pos = intPlaces - 1 - q++;
-                if (pos < intLen) emit(digitAt(intLen - 1 - pos), pos);
+                const int pos = layout.intPlaces - 1 - q++;
+                if (pos < intLen) emit(d.at(intLen - 1 - pos), pos);
                 else if (c == u'0') emit('0', pos);
-            } else if (!(c == u',' && grouping)) {
-                out.put(c);
+            } else if (!(c == u',' && layout.grouping)) {
+                out.push(c);
             }
         } else if (IsPlaceholder(c)) {
-            if (f < decShown) out.put(static_cast<char16_t>(digitAt(x + 1 + f)));
+            if (f < decShown) out.push(static_cast<char16_t>(d.at(x + 1 + f)));
             ++f;
         } else {
-            out.put(c);
+            out.push(c);
         }
     }
-    if (!decimals && intPlaces == 0) emitSurplus(intLen);
+    if (!decimals && layout.intPlaces == 0) emitSurplus(intLen);
     return out.str();
 }
 
@@ -193,10 +185,10 @@ String FormatText(const String& text, const String& pat) {
     for (std::size_t i = 0; i < pat.size();) {
         if (IsLiteralStart(pat[i])) { i = CopyLiteral(pat, i, &out); continue; }
         const char16_t c = pat[i++];
-        if (c != u'@') { out.put(c); continue; }
-        if (q == 0 && len > places) out.put(text.data(), static_cast<std::size_t>(len - places));
+        if (c != u'@') { out.push(c); continue; }
+        if (q == 0 && len > places) out.push(text.data(), static_cast<std::size_t>(len - places));
         const int pos = places - 1 - q++;
-        out.put(pos < len ? text[static_cast<std::size_t>(len - 1 - pos)] : u' ');
+        out.push(pos < len ? text[static_cast<std::size_t>(len - 1 - pos)] : u' ');
     }
     return out.str();
 }
@@ -217,12 +209,12 @@ void AppendNumber(Out& out, int v, int width) {
         tmp[n++] = static_cast<char16_t>(u'0' + v % 10);
         v /= 10;
     } while (v > 0);
-    for (int k = n; k < width; ++k) out.put(u'0');
-    while (n > 0) out.put(tmp[--n]);
+    for (int k = n; k < width; ++k) out.push(u'0');
+    while (n > 0) out.push(tmp[--n]);
 }
 
 bool IsDateLetter(char16_t c) {
-    c = Lower(c);
+    c = AsciiLower(c);
     return c == u'd' || c == u'm' || c == u'y' || c == u'h' || c == u'n' || c == u's';
 }
 
@@ -232,13 +224,13 @@ String FormatDate(Date date, const String& pat) {
     bool afterHour = false;
     for (std::size_t i = 0; i < pat.size();) {
         if (IsLiteralStart(pat[i])) { i = CopyLiteral(pat, i, &out); continue; }
-        const char16_t c = Lower(pat[i]);
+        const char16_t c = AsciiLower(pat[i]);
         if (!IsDateLetter(c)) {
-            out.put(pat[i++]);
+            out.push(pat[i++]);
             continue;
         }
         std::size_t run = 1;
-        while (i + run < pat.size() && Lower(pat[i + run]) == c) ++run;
+        while (i + run < pat.size() && AsciiLower(pat[i + run]) == c) ++run;
         i += run;
         const int width = run >= 2 ? 2 : 1;
         switch (c) {
@@ -253,7 +245,7 @@ String FormatDate(Date date, const String& pat) {
                 // Minutes right after an hour, or right before seconds.
                 std::size_t k = i;
                 while (k < pat.size() && !IsDateLetter(pat[k])) ++k;
-                const bool minutes = afterHour || (k < pat.size() && Lower(pat[k]) == u's');
+                const bool minutes = afterHour || (k < pat.size() && AsciiLower(pat[k]) == u's');
                 AppendNumber(out, minutes ? p.minute : p.month, width);
                 break;
             }
@@ -265,8 +257,6 @@ String FormatDate(Date date, const String& pat) {
     }
     return out.str();
 }
-
-bool InDateRange(double serial) { return serial >= -657434 && serial < 2958466; }
 
 }  // namespace
 

@@ -6,6 +6,8 @@
 
 namespace kiv {
 
+// --- Number parsing (runtime_number_parsing.cpp)
+
 // Leading number of a text, "." as decimal point, "&H"/"&O" prefixes; never
 // fails on text without a number (0).
 Double ValPrefix(const String& text);
@@ -13,6 +15,12 @@ Double ValPrefix(const String& text);
 // A number under the locale ("1.234,5"), a Boolean (-1/0), Empty (0), a Date
 // (its serial). Type mismatch for other text, Invalid use of Null for Null.
 Double ToDoubleLocale(const Variant& value);
+
+Boolean IsNumericValue(const Variant& value);
+// The text case of IsNumericValue, for a String at hand (no Variant made).
+Boolean IsNumericText(const String& text);
+
+// --- Rounding (runtime_rounding.cpp)
 
 // Halves to the even neighbour, decided on the binary value (0.285 -> 0.28).
 // Negative decimals are an invalid argument.
@@ -28,6 +36,8 @@ Double IntFloor(Double value);
 Variant IntFloor(const Variant& value);
 Double IntTrunc(Double value);
 Variant IntTrunc(const Variant& value);
+
+// --- Number text (runtime_number_text.cpp)
 
 // The decimal digits of a number rounded to `significant` significant
 // digits: value = digits[0].digits[1..] x 10^exponent, trailing zeros
@@ -45,17 +55,24 @@ DecimalDigits ToDecimalDigits(Single value);  // 7 significant digits
 // Invariant text of a number with a leading blank or "-": " 5", "-.5".
 String StrNum(const Variant& number);
 
+// --- Patterns (format_pattern.cpp)
+
 // Formats a number, a date or a text by one of the library's patterns.
 String FormatPattern(const Variant& value, const String& pattern);
+
+// --- Dates (runtime_dates.cpp)
+
+// Date serials count days from 30 December 1899 (serial 0); the runtime's
+// dates run from 1 January 100 to 31 December 9999 inclusive.
+constexpr double kFirstDateSerial = -657434;  // 1 January 100
+constexpr double kEndDateSerial = 2958466;    // 1 January 10000, the first serial past the range
+constexpr bool InDateRange(double serial) { return serial >= kFirstDateSerial && serial < kEndDateSerial; }
 
 // Builds dates with carrying and the two-digit-year window; Invalid
 // procedure call outside the years 100 to 9999.
 Date DateFromParts(int year, int month, int day);
 Date TimeFromParts(int hours, int minutes, int seconds);
 
-Boolean IsNumericValue(const Variant& value);
-// The text case of IsNumericValue, for a String at hand (no Variant made).
-Boolean IsNumericText(const String& text);
 Boolean IsDateValue(const Variant& value);
 // Day-first text ("25/12/2006", "25-12-06", "25.12.2006 10:30"), a number as
 // a serial; Type mismatch for anything else.
@@ -76,6 +93,8 @@ struct DateParts {
     int year, month, day, hour, minute, second;
 };
 DateParts SplitDate(Date date);
+
+// --- Case-blind comparison (case_folding.cpp)
 
 // Letter case ignored by Unicode's simple case folding, never by the
 // machine's installed locales.

@@ -2,6 +2,7 @@
 #include <cmath>
 #include <cstdint>
 
+#include "frame/ascii.hpp"
 #include "frame/errors.hpp"
 #include "frame/platform.hpp"
 #include "frame/locale.hpp"
@@ -10,31 +11,35 @@
 namespace kiv {
 namespace {
 
-// 1 January 100 and 31 December 9999.
-constexpr double kFirstSerial = -657434;
-constexpr double kEndSerial = 2958466;
+// Proleptic Gregorian dates and day counts: Howard Hinnant's
+// days_from_civil and civil_from_days ("chrono-Compatible Low-Level Date
+// Algorithms"), counted from 1970-01-01 and shifted to our serials. Years
+// are reckoned from 1 March, so that the leap day ends the year; an era is
+// 400 years, 146097 days.
+constexpr std::int64_t kUnixEpochSerial = 25569;      // 1 January 1970
+constexpr std::int64_t kDaysFromMarch0ToUnix = 719468;  // 0000-03-01 to 1970-01-01
 
-bool InDateRange(double serial) { return serial >= kFirstSerial && serial < kEndSerial; }
-
-// Days from 30 December 1899 of a proleptic Gregorian date (month 1-12).
+// Serial of a day (month 1-12, day 1-31). Every year the callers pass
+// (within +-100000) stays far inside 64 bits.
 std::int64_t DayNumber(std::int64_t y, int m, int d) {
-    y -= m <= 2;
-    const std::int64_t era = (y >= 0 ? y : y - 399) / 400;
-    const std::int64_t yoe = y - era * 400;
-    const std::int64_t doy = (153 * (m > 2 ? m - 3 : m + 9) + 2) / 5 + d - 1;
-    const std::int64_t doe = yoe * 365 + yoe / 4 - yoe / 100 + doy;
-    return era * 146097 + doe - 719468 + 25569;
+    y -= m <= 2;                                                      // years start in March
+    const std::int64_t era = (y >= 0 ? y : y - 399) / 400;            // floor division
+    const std::int64_t yoe = y - era * 400;                           // [0, 399]
+    const std::int64_t doy = (153 * (m > 2 ? m - 3 : m + 9) + 2) / 5 + d - 1;  // [0, 365] for a valid day
+    const std::int64_t doe = yoe * 365 + yoe / 4 - yoe / 100 + doy;   // [0, 146096]
+    return era * 146097 + doe - kDaysFromMarch0ToUnix + kUnixEpochSerial;
 }
 
+// The date of a whole serial.
 void CivilFromDay(std::int64_t n, int& year, int& month, int& day) {
-    const std::int64_t z = n - 25569 + 719468;
-    const std::int64_t era = (z >= 0 ? z : z - 146096) / 146097;
-    const std::int64_t doe = z - era * 146097;
-    const std::int64_t yoe = (doe - doe / 1460 + doe / 36524 - doe / 146096) / 365;
-    const std::int64_t doy = doe - (365 * yoe + yoe / 4 - yoe / 100);
-    const std::int64_t mp = (5 * doy + 2) / 153;
-    day = static_cast<int>(doy - (153 * mp + 2) / 5 + 1);
-    month = static_cast<int>(mp < 10 ? mp + 3 : mp - 9);
+    const std::int64_t z = n - kUnixEpochSerial + kDaysFromMarch0ToUnix;  // days from 0000-03-01
+    const std::int64_t era = (z >= 0 ? z : z - 146096) / 146097;           // floor division
+    const std::int64_t doe = z - era * 146097;                               // [0, 146096]
+    const std::int64_t yoe = (doe - doe / 1460 + doe / 36524 - doe / 146096) / 365;  // [0, 399]
+    const std::int64_t doy = doe - (365 * yoe + yoe / 4 - yoe / 100);        // [0, 365]
+    const std::int64_t mp = (5 * doy + 2) / 153;                             // [0, 11], 0 = March
+    day = static_cast<int>(doy - (153 * mp + 2) / 5 + 1);                    // [1, 31]
+    month = static_cast<int>(mp < 10 ? mp + 3 : mp - 9);                     // [1, 12]
     year = static_cast<int>(yoe + era * 400 + (month <= 2));
 }
 
@@ -63,7 +68,7 @@ struct Reader {
     bool number(int& value, int& digits) {
         value = 0;
         digits = 0;
-        while (p < e && *p >= u'0' && *p <= u'9') {
+        while (p < e && IsAsciiDigit(*p)) {
             if (digits == 9) return false;
             value = value * 10 + (*p++ - u'0');
             ++digits;
@@ -72,8 +77,8 @@ struct Reader {
     }
     // "AM" / "PM", case-blind; 0 none, 1 AM, 2 PM.
     int meridiem() {
-        if (e - p < 2 || (p[1] | 0x20) != u'm') return 0;
-        const char16_t c = static_cast<char16_t>(*p | 0x20);
+        if (e - p < 2 || AsciiLower(p[1]) != u'm') return 0;
+        const char16_t c = AsciiLower(*p);
         if (c != u'a' && c != u'p') return 0;
         p += 2;
         return c == u'a' ? 1 : 2;

@@ -3,6 +3,7 @@
 // character and trimming of trailing zeros.
 #include <cmath>
 
+#include "frame/ascii.hpp"
 #include "frame/cl_kiv.hpp"
 #include "frame/convert.hpp"
 #include "frame/errors.hpp"
@@ -13,8 +14,6 @@
 namespace kiv {
 
 namespace {
-
-bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
 
 // The marker a mis-sized column gets: the number through `marker`, then
 // right-aligned in fifteen characters so that it stands out.
@@ -62,7 +61,7 @@ void PutMarks(String& pattern, std::size_t integerLength) {
 // A sign is passed over, so a mark between sign and digits goes too.
 void BlankLeadingMarks(String& s) {
     for (char16_t& c : s) {
-        if (IsDigit(c)) break;
+        if (IsAsciiDigit(c)) break;
         if (c == u'\'') c = u' ';
     }
 }
@@ -83,6 +82,22 @@ void FillBlanks(String& s, const String& Fill_Num) {
     }
 }
 
+// The opening FmtNum and FmtNumOld share: the pattern of Lun characters
+// with Dec decimals, the number, and the marks placed when asked for and
+// they fit (else Fl_Mig turns false, telling the caller they were dropped).
+// False, with nothing laid out, when Lun leaves no room for the decimals.
+bool OpenLayout(Cl_KIV& kiv, const Variant& X, Integer Lun, Integer Dec, Ref<Boolean>& Fl_Mig, String& pattern,
+                Double& x) {
+    if (Dec >= 1 && Lun < checkedInteger(Dec + 2)) return false;
+    std::size_t integerLength = 0;
+    Long extra = 0;
+    NumberPattern(Lun, Dec, pattern, integerLength, extra);
+    x = ToDoubleLocale(X);
+    if (*Fl_Mig && NeededWidth(kiv, x, extra) > Lun) *Fl_Mig = false;
+    if (*Fl_Mig) PutMarks(pattern, integerLength);
+    return true;
+}
+
 bool ZeroLike(const Variant& x) {
     if (x.isNull() || x.isEmpty()) return true;
     const String* s = x.as<String>();
@@ -95,18 +110,10 @@ String Cl_KIV::FmtNum(const Variant& N, Integer Lun, Integer Dec, Ref<Boolean> F
                       Integer MaxEndingZeros) {
     // Null and "" print as zero (Empty equals "" as well).
     const Variant X = ZeroLike(N) ? Variant(Integer{0}) : N;
-
-    if (Dec >= 1 && Lun < checkedInteger(Dec + 2)) return FormatError(X, u"0000000000Z.ZZZ");
-
-    std::size_t integerLength = 0;
-    Long extra = 0;
     thread_local String pattern;  // reused between calls, as Aligned's
-    NumberPattern(Lun, Dec, pattern, integerLength, extra);
+    Double x = 0;
+    if (!OpenLayout(*this, X, Lun, Dec, Fl_Mig, pattern, x)) return FormatError(X, u"0000000000Z.ZZZ");
 
-    const Double x = ToDouble(X);
-    if (*Fl_Mig && NeededWidth(*this, x, extra) > Lun) *Fl_Mig = false;  // tells the caller the marks were dropped
-
-    if (*Fl_Mig) PutMarks(pattern, integerLength);
     String result = Aligned(X, pattern);
     if (*Fl_Mig) BlankLeadingMarks(result);
     FillBlanks(result, Fill_Num);
@@ -136,17 +143,9 @@ String Cl_KIV::FmtNumOld(const Variant& N, Integer Lun, Integer Dec, Ref<Boolean
     // Only a true Null or Empty counts as zero here; "" is not numeric.
     const Variant X = (N.isNull() || N.isEmpty()) ? Variant(Integer{0}) : N;
     if (Dec < 0) Dec = 0;
-
-    if (Dec >= 1 && Lun < checkedInteger(Dec + 2)) return FormatError(X, u"00000000000.00000");
-
-    std::size_t integerLength = 0;
-    Long extra = 0;
     thread_local String pattern;  // reused between calls, as Aligned's
-    NumberPattern(Lun, Dec, pattern, integerLength, extra);
-
-    const Double x = ToDouble(X);
-    if (*Fl_Mig && NeededWidth(*this, x, extra) > Lun) *Fl_Mig = false;
-    if (*Fl_Mig) PutMarks(pattern, integerLength);
+    Double x = 0;
+    if (!OpenLayout(*this, X, Lun, Dec, Fl_Mig, pattern, x)) return FormatError(X, u"00000000000.00000");
 
     // The magnitude is laid out first and the sign put against its digits.
     String result = Aligned(x < 0 ? Variant(std::fabs(x)) : X, pattern);
@@ -191,25 +190,8 @@ String Cl_KIV::FmtZero(const Variant& T_Tag) {
     return Trim(R);
 }
 
-namespace {
-
-// -Perc of the runtime: the type stays, except that a negated Boolean is an
-// Integer and negated text a Double.
-Variant Negated(const Variant& v) {
-    if (const Integer* i = v.as<Integer>()) return Variant(checkedInteger(-static_cast<std::int64_t>(*i)));
-    if (const Long* l = v.as<Long>()) return Variant(checkedLong(-static_cast<std::int64_t>(*l)));
-    if (const Single* f = v.as<Single>()) return Variant(static_cast<Single>(-*f));
-    if (const Double* d = v.as<Double>()) return Variant(-*d);
-    if (const Currency* c = v.as<Currency>()) return Variant(Currency{-c->scaled});
-    if (const Date* t = v.as<Date>()) return Variant(Date{-t->serial});
-    if (const Boolean* b = v.as<Boolean>()) return Variant(Integer{static_cast<Integer>(*b ? 1 : 0)});
-    return Variant(-ToDoubleLocale(v));
-}
-
-}  // namespace
-
 String Cl_KIV::Perc2Str(Ref<Variant> Perc, Ref<Integer> LStr, Ref<String> SStr) {
-    if (CompareValues(*Perc, Variant(Integer{0})) == Order::Less) *Perc = Negated(*Perc);
+    if (CompareValues(*Perc, Variant(Integer{0})) == Order::Less) *Perc = Negate(*Perc);
     if (CompareValues(*Perc, Variant(Integer{100})) == Order::Greater) *Perc = Variant(Integer{100});
 
     if (*LStr == 0) *LStr = 10;
@@ -230,7 +212,7 @@ String Cl_KIV::Perc2Str(Ref<Variant> Perc, Ref<Integer> LStr, Ref<String> SStr) 
     }
 
     if (SStr->empty()) raise(kInvalidCall);  // no fill character
-    const Double count = IntFloor(static_cast<Double>(*LStr) * ToDouble(*Perc) / 100);
+    const Double count = IntFloor(static_cast<Double>(*LStr) * ToDoubleLocale(*Perc) / 100);
     const String filled = StringOf(static_cast<Long>(count), (*SStr)[0]);
     return filled + Mid(background, static_cast<Long>(filled.size()) + 1);
 }

@@ -81,7 +81,7 @@ Boolean Cl_KIV::ToBoolean(const Variant& T_Val) {
 }
 
 Long Cl_KIV::Ceil(const Variant& N) {
-    const Double n = ToDouble(N);
+    const Double n = ToDoubleLocale(N);
     Long r = RoundToLong(n);
     const Double floor = IntFloor(n);
     if (floor != n) r = RoundToLong(floor + 1);
@@ -89,7 +89,7 @@ Long Cl_KIV::Ceil(const Variant& N) {
 }
 
 Long Cl_KIV::UnCeil(const Variant& N) {
-    const Double n = ToDouble(N);
+    const Double n = ToDoubleLocale(N);
     Long r = RoundToLong(n);
     const Double floor = IntFloor(n);
     // One below the floor, not the floor: callers rely on it.
@@ -98,8 +98,8 @@ Long Cl_KIV::UnCeil(const Variant& N) {
 }
 
 Double Cl_KIV::Min(const Variant& a, const Variant& B) {
-    if (CompareValues(B, a) == Order::Less) return ToDouble(B);
-    return ToDouble(a);
+    if (CompareValues(B, a) == Order::Less) return ToDoubleLocale(B);
+    return ToDoubleLocale(a);
 }
 
 Variant Cl_KIV::Minim(const Variant& a, const Variant& B) {

@@ -3,11 +3,13 @@
 #include <array>
 #include <cstdint>
 
+#include "frame/ascii.hpp"
 #include "frame/cl_kiv.hpp"
 #include "frame/code_page.hpp"
 #include "frame/convert.hpp"
 #include "frame/errors.hpp"
 #include "frame/runtime.hpp"
+#include "frame/small_buffer.hpp"
 #include "frame/strings.hpp"
 
 namespace kiv {
@@ -18,7 +20,7 @@ namespace {
 // codice fiscale and partita IVA checks push millions of characters a second
 // through SostChar, nearly all of them ASCII.
 inline char16_t fold(char16_t c) {
-    if (c < 0x80) return (c >= u'A' && c <= u'Z') ? static_cast<char16_t>(c + 32) : c;
+    if (c < 0x80) return AsciiLower(c);
     return FoldCase(c);
 }
 
@@ -29,15 +31,10 @@ String Cl_KIV::SostChar(const String& S, const String& C1, const String& C2) {
     if (S.empty()) return S;
 
     // C1 is folded once, on the stack when it is short (it nearly always is).
-    std::array<char16_t, 32> small;
-    String large;
-    char16_t* set = small.data();
-    if (C1.size() > small.size()) {
-        large.resize(C1.size());
-        set = large.data();
-    }
-    const std::size_t setLen = C1.size();
-    for (std::size_t i = 0; i < setLen; ++i) set[i] = fold(C1[i]);
+    SmallBuffer<char16_t, 32> folded;
+    for (const char16_t c : C1) folded.push(fold(c));
+    const char16_t* const set = folded.data();
+    const std::size_t setLen = folded.size();
     // Places of the ASCII characters of the folded set (first occurrence
     // wins), so that the usual ASCII text needs no search.
     std::array<std::uint16_t, 128> asciiPlace{};

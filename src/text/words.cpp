@@ -38,7 +38,7 @@ Long Cl_KIV::ParseWord(const Variant& S0, Ref<VariantArray> Wd, Ref<VariantArray
 String Cl_KIV::AddSpace(const Variant& S0, const Variant& Spac) {
     String T = ToText(S0);
     // Null is not "<= 0"; it fails only as the count of the loop below.
-    if (!Spac.isNull() && ToDouble(Spac) <= 0) return T;
+    if (!Spac.isNull() && ToDoubleLocale(Spac) <= 0) return T;
 
     VariantArray Wd(0, 100);
     VariantArray Pos(0, 100);

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdint>
 
 #include "frame/convert.hpp"
 #include "test_support.hpp"
@@ -47,7 +48,7 @@ TEST(ConvertNumbers, RoundHalfEvenWithOverflow) {
     EXPECT_EQ(ErrorOf([] { ToSingle(Variant(1e300)); }), kOverflow);
     EXPECT_EQ(ToSingle(Variant(u"1,5")), 1.5f);
     EXPECT_EQ(ToCurrency(Variant(1.23456)), Currency{12346});
-    EXPECT_EQ(ToDouble(Variant(u"(2,5)")), -2.5);
+    EXPECT_EQ(ToDoubleLocale(Variant(u"(2,5)")), -2.5);
     EXPECT_EQ(RoundToInteger(-32768.5), -32768);
     EXPECT_EQ(ErrorOf([] { RoundToInteger(32767.5); }), kOverflow);
     EXPECT_EQ(RoundToLong(2147483647.0), 2147483647);
@@ -56,16 +57,35 @@ TEST(ConvertNumbers, RoundHalfEvenWithOverflow) {
 }
 
 TEST(ConvertBoolean, WordsNumbersAndFailures) {
-    EXPECT_TRUE(ToBoolean(Variant(u"true")));
-    EXPECT_TRUE(ToBoolean(Variant(u"VERO")));
-    EXPECT_FALSE(ToBoolean(Variant(u"Falso")));
-    EXPECT_FALSE(ToBoolean(Variant(u"FALSE")));
-    EXPECT_TRUE(ToBoolean(Variant(u"0,5")));
-    EXPECT_FALSE(ToBoolean(Variant(u"0")));
-    EXPECT_TRUE(ToBoolean(Variant(Integer{-3})));
-    EXPECT_FALSE(ToBoolean(Variant()));
-    EXPECT_EQ(ErrorOf([] { ToBoolean(Variant(u"si")); }), kTypeMismatch);
-    EXPECT_EQ(ErrorOf([] { ToBoolean(Variant::null()); }), kInvalidUseOfNull);
+    EXPECT_TRUE(ToBooleanLocale(Variant(u"true")));
+    EXPECT_TRUE(ToBooleanLocale(Variant(u"VERO")));
+    EXPECT_FALSE(ToBooleanLocale(Variant(u"Falso")));
+    EXPECT_FALSE(ToBooleanLocale(Variant(u"FALSE")));
+    EXPECT_TRUE(ToBooleanLocale(Variant(u"0,5")));
+    EXPECT_FALSE(ToBooleanLocale(Variant(u"0")));
+    EXPECT_TRUE(ToBooleanLocale(Variant(Integer{-3})));
+    EXPECT_FALSE(ToBooleanLocale(Variant()));
+    EXPECT_EQ(ErrorOf([] { ToBooleanLocale(Variant(u"si")); }), kTypeMismatch);
+    EXPECT_EQ(ErrorOf([] { ToBooleanLocale(Variant::null()); }), kInvalidUseOfNull);
+}
+
+// The minus keeps the type but for Empty, Byte and Boolean (Integer) and
+// text (Double); the least value of each whole type has no negation.
+TEST(ConvertNegate, TypesAndTheLeastValues) {
+    const auto negated = [](const Variant& v) { return Negate(v); };
+    EXPECT_EQ(*negated(Variant()).as<Integer>(), 0);
+    EXPECT_TRUE(negated(Variant::null()).isNull());
+    EXPECT_EQ(*negated(Variant(Byte{200})).as<Integer>(), -200);
+    EXPECT_EQ(*negated(Variant(true)).as<Integer>(), 1);
+    EXPECT_EQ(*negated(Variant(u"2,5")).as<Double>(), -2.5);
+    EXPECT_EQ(negated(Variant(Date{-1.5})).as<Date>()->serial, 1.5);
+    EXPECT_EQ(*negated(Variant(Integer{-32767})).as<Integer>(), 32767);
+    EXPECT_EQ(ErrorOf([] { Negate(Variant(Integer{-32768})); }), kOverflow);
+    EXPECT_EQ(*negated(Variant(Long{-2147483647})).as<Long>(), 2147483647);
+    EXPECT_EQ(ErrorOf([] { Negate(Variant(Long{-2147483647 - 1})); }), kOverflow);
+    EXPECT_EQ(negated(Variant(Currency{INT64_MIN + 1})).as<Currency>()->scaled, INT64_MAX);
+    EXPECT_EQ(ErrorOf([] { Negate(Variant(Currency{INT64_MIN})); }), kOverflow);
+    EXPECT_EQ(ErrorOf([] { Negate(Variant(u"abc")); }), kTypeMismatch);
 }
 
 TEST(ConvertObject, OnlyObjects) {

@@ -31,7 +31,7 @@ String Text(const Variant& v) {
 
 Date DateArg(const Variant& v) {
     if (const Date* d = v.as<Date>()) return *d;
-    return ToDate(v);
+    return ToDateLocale(v);
 }
 
 Long Length(const Variant& v) {

@@ -47,7 +47,7 @@ bool DriverHost::openDocument(const String& target) {
     return true;
 }
 
-std::optional<DateParts> ParseClock(std::string_view text) {
+std::optional<DateLiteralParts> ParseClock(std::string_view text) {
     // The same forms as a date literal, with the date required.
     try {
         std::optional<Statement> s = ParseLine("? #" + std::string(text) + "#");
@@ -58,7 +58,7 @@ std::optional<DateParts> ParseClock(std::string_view text) {
     }
 }
 
-Date DateOfParts(const DateParts& p) {
+Date DateOfParts(const DateLiteralParts& p) {
     const double day = p.hasDate ? DateFromParts(p.year, p.month, p.day).serial : 0.0;
     const double time = p.hasTime ? TimeFromParts(p.hour, p.minute, p.second).serial : 0.0;
     return Date{day < 0 ? day - time : day + time};

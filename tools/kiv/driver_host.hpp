@@ -24,11 +24,11 @@ public:
     bool startProgram(const String& commandLine) override;
     bool openDocument(const String& target) override;
 
-    void pinClock(DateParts when) { pinned_ = when; }
+    void pinClock(DateLiteralParts when) { pinned_ = when; }
 
 private:
     Output& out_;
-    std::optional<DateParts> pinned_;
+    std::optional<DateLiteralParts> pinned_;
     std::unique_ptr<Host> system_;
 };
 
@@ -43,10 +43,10 @@ private:
 };
 
 // "yyyy-mm-dd hh:nn:ss" or "yyyy-mm-dd"; nothing when malformed.
-std::optional<DateParts> ParseClock(std::string_view text);
+std::optional<DateLiteralParts> ParseClock(std::string_view text);
 
 // A Date from literal parts: the day and the time of day, the time counted
 // forward also on days before the epoch.
-Date DateOfParts(const DateParts& parts);
+Date DateOfParts(const DateLiteralParts& parts);
 
 }  // namespace kiv::script

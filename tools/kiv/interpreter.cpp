@@ -22,27 +22,6 @@ Long Whole(const Variant& v) {
 // Arrays larger than this are refused rather than left to exhaust memory.
 constexpr std::int64_t kMaxElements = std::int64_t{1} << 24;
 
-Variant Negate(const Variant& v) {
-    switch (v.type()) {
-        case VarType::Empty: return Variant(Integer{0});
-        case VarType::Null: return v;
-        case VarType::Integer: return Variant(checkedInteger(-std::int64_t{*v.as<Integer>()}));
-        case VarType::Long: return Variant(checkedLong(-std::int64_t{*v.as<Long>()}));
-        case VarType::Byte: return Variant(static_cast<Integer>(-*v.as<Byte>()));
-        case VarType::Boolean: return Variant(static_cast<Integer>(*v.as<Boolean>() ? 1 : 0));
-        case VarType::Single: return Variant(-*v.as<Single>());
-        case VarType::Double: return Variant(-*v.as<Double>());
-        case VarType::Date: return Variant(Date{-v.as<Date>()->serial});
-        case VarType::Currency: {
-            const std::int64_t s = v.as<Currency>()->scaled;
-            if (s == INT64_MIN) raise(kOverflow);
-            return Variant(Currency{-s});
-        }
-        case VarType::String: return Variant(-ToDouble(v));
-        default: raise(kTypeMismatch);
-    }
-}
-
 }  // namespace
 
 Interpreter::Interpreter(Output& out) : out_(out), default_(std::make_shared<Cl_KIV>()) {}

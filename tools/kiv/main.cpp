@@ -201,7 +201,7 @@ int Interactive(Output& out) {
 // as "--opt value". Everything else is the command and its arguments.
 struct CommandLine {
     PlatformSettings settings = PlatformSettings::fromEnvironment();
-    std::optional<DateParts> now;
+    std::optional<DateLiteralParts> now;
     std::vector<std::string> words;
 };
 

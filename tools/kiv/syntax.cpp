@@ -5,14 +5,14 @@
 #include <cstdint>
 #include <limits>
 
+#include "frame/ascii.hpp"
 #include "frame/strings.hpp"
 
 namespace kiv::script {
 namespace {
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 bool IsAlpha(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
-bool IsNameChar(char c) { return IsAlpha(c) || IsDigit(c) || c == '_'; }
+bool IsNameChar(char c) { return IsAlpha(c) || IsAsciiDigit(c) || c == '_'; }
 bool IsHexDigit(char c) { return std::isxdigit(static_cast<unsigned char>(c)) != 0; }
 bool IsOctDigit(char c) { return c >= '0' && c <= '7'; }
 bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r'; }
@@ -22,7 +22,7 @@ struct Token {
     Kind kind = Kind::End;
     std::string text;  // the number as written, the name, the symbol
     String value;      // Text
-    DateParts date;    // Date
+    DateLiteralParts date;    // Date
 };
 
 // Splits a line into tokens; a quote outside text starts a comment.
@@ -46,7 +46,7 @@ private:
 
     Token next() {
         const char c = peek();
-        if (IsDigit(c) || (c == '.' && IsDigit(peek(1)))) return number();
+        if (IsAsciiDigit(c) || (c == '.' && IsAsciiDigit(peek(1)))) return number();
         if (c == '&' && (peek(1) == 'H' || peek(1) == 'h') && IsHexDigit(peek(2))) return radix(IsHexDigit);
         if (c == '&' && (peek(1) == 'O' || peek(1) == 'o') && IsOctDigit(peek(2))) return radix(IsOctDigit);
         if (c == '"') return text();
@@ -69,16 +69,16 @@ private:
 
     Token number() {
         const std::size_t start = i_;
-        while (IsDigit(peek())) ++i_;
+        while (IsAsciiDigit(peek())) ++i_;
         if (peek() == '.') {
             ++i_;
-            while (IsDigit(peek())) ++i_;
+            while (IsAsciiDigit(peek())) ++i_;
         }
         const char e = peek();
         if ((e == 'E' || e == 'e' || e == 'D' || e == 'd') &&
-            (IsDigit(peek(1)) || ((peek(1) == '+' || peek(1) == '-') && IsDigit(peek(2))))) {
+            (IsAsciiDigit(peek(1)) || ((peek(1) == '+' || peek(1) == '-') && IsAsciiDigit(peek(2))))) {
             i_ += 2;
-            while (IsDigit(peek())) ++i_;
+            while (IsAsciiDigit(peek())) ++i_;
         }
         if (std::string_view("%&!#@").find(peek()) != std::string_view::npos && peek() != '\0') ++i_;
         if (IsNameChar(peek())) throw ParseError("malformed number");
@@ -118,13 +118,13 @@ private:
     }
 
     // "yyyy-mm-dd", "yyyy-mm-dd hh:nn:ss" or "hh:nn:ss" (seconds optional).
-    static DateParts DateBody(std::string_view body) {
-        DateParts d;
+    static DateLiteralParts DateBody(std::string_view body) {
+        DateLiteralParts d;
         std::size_t p = 0;
         auto field = [&](std::size_t minDigits, std::size_t maxDigits) {
             const std::size_t start = p;
             int v = 0;
-            while (p < body.size() && IsDigit(body[p]) && p - start < maxDigits) v = v * 10 + (body[p++] - '0');
+            while (p < body.size() && IsAsciiDigit(body[p]) && p - start < maxDigits) v = v * 10 + (body[p++] - '0');
             if (p - start < minDigits) throw ParseError("malformed date #" + std::string(body) + "#");
             return v;
         };
@@ -450,8 +450,7 @@ Variant CurrencyLiteral(std::string_view digits, bool negate) {
 
 std::string Lower(std::string_view s) {
     std::string out(s);
-    for (char& c : out)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    for (char& c : out) c = AsciiLower(c);
     return out;
 }
 
@@ -466,7 +465,7 @@ Variant NumberLiteral(std::string_view text, bool negate) {
         const int base = (text[1] == 'H' || text[1] == 'h') ? 16 : 8;
         std::uint64_t v = 0;
         for (char c : text.substr(2)) {
-            v = v * static_cast<unsigned>(base) + static_cast<unsigned>(IsDigit(c) ? c - '0' : (c | 0x20) - 'a' + 10);
+            v = v * static_cast<unsigned>(base) + static_cast<unsigned>(IsAsciiDigit(c) ? c - '0' : AsciiLower(c) - 'a' + 10);
             if (v > 0xFFFFFFFFu) throw ParseError("Overflow");
         }
         const bool isLong = suffix == '&' || v > 0xFFFFu;

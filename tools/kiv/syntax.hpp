@@ -29,7 +29,8 @@ struct Argument {
     ExprPtr value;     // absent when Omitted
 };
 
-struct DateParts {
+// A date literal as written, #2006-12-25 10:30#: either part may be absent.
+struct DateLiteralParts {
     bool hasDate = false, hasTime = false;
     int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0;
 };
@@ -47,7 +48,7 @@ struct Expr {
     };
     Kind kind = Kind::Literal;
     Variant value;
-    DateParts date;
+    DateLiteralParts date;
     std::string name;
     std::vector<Argument> args;
     bool parens = false;  // Member written with an argument list
