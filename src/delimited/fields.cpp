@@ -207,16 +207,43 @@ public:
     FieldWalk(const String& T_Row, const String& Sep) : row_(T_Row), sep_(Sep) {
         if (!Sep.empty()) starts_.emplace(T_Row, Sep, 32767);
     }
-    String field(Integer k, bool trimmed) const {
-        if (k <= 0) return String();
+    // Whether field k, trimmed or not, is `text`. A field that stays the
+    // same from one k to the next (the scan stuck) is not compared again.
+    bool fieldIs(Integer k, bool trimmed, const String& text) {
+        if (k <= 0) return text.empty();
         const PaddedRow w = Padded(row_, k, sep_);
-        return FieldText(w, StepsOver(*starts_, sep_.size(), w.size(), static_cast<std::size_t>(k)), trimmed);
+        const Scan s = StepsOver(*starts_, sep_.size(), w.size(), static_cast<std::size_t>(k));
+        Memo& memo = memos_[&text == memos_[0].text && trimmed == memos_[0].trimmed ? 0 : 1];
+        if (memo.text == &text && memo.trimmed == trimmed && memo.scan.fieldStart == s.fieldStart &&
+            memo.scan.fieldLength == s.fieldLength)
+            return memo.equal;
+        if (memos_[0].text == nullptr) return remember(memos_[0], w, s, trimmed, text);
+        return remember(memo, w, s, trimmed, text);
     }
 
 private:
     const String& row_;
     const String& sep_;
     std::optional<SeparatorStarts> starts_;  // none for an empty separator, which Padded refuses
+    struct Memo {
+        const String* text = nullptr;
+        bool trimmed = false;
+        Scan scan;
+        bool equal = false;
+    };
+    static bool remember(Memo& memo, const PaddedRow& w, const Scan& s, bool trimmed, const String& text) {
+        std::size_t from = s.fieldStart;
+        std::size_t to = s.fieldStart + s.fieldLength;
+        if (trimmed) {
+            while (from < to && w.at(from) == u' ') ++from;
+            while (to > from && w.at(to - 1) == u' ') --to;
+        }
+        bool equal = to - from == text.size();
+        for (std::size_t i = 0; equal && i < text.size(); ++i) equal = w.at(from + i) == text[i];
+        memo = Memo{&text, trimmed, s, equal};
+        return equal;
+    }
+    Memo memos_[2];  // the last answer for each text compared
 };
 
 // Two marks that differ from the separator, alternated ten times: a field
@@ -291,19 +318,18 @@ Variant Cl_KIV::PipeDove(const String& S_Base, Integer N_Pos, const String& Sep)
 Long Cl_KIV::PipeCount(const String& S_Base, const String& Sep) {
     const String sentinel = SentinelFor(Sep);
     const String t = Terminated(S_Base, Sep) + sentinel + Sep;
-    const FieldWalk walk(t, Sep);
+    FieldWalk walk(t, Sep);
     for (Integer k = 1;; k = checkedInteger(k + 1))
-        if (walk.field(k, false) == sentinel) return k - 1;
+        if (walk.fieldIs(k, false, sentinel)) return k - 1;
 }
 
 Long Cl_KIV::PipeQuale(const String& S_Base, const String& S_Cerca, const String& Sep, Boolean B_Trim) {
     const String sentinel = SentinelFor(Sep);
     const String t = Terminated(S_Base, Sep) + sentinel;
-    const FieldWalk walk(t, Sep);
+    FieldWalk walk(t, Sep);
     for (Integer k = 1;; k = checkedInteger(k + 1)) {
-        const String field = walk.field(k, B_Trim);
-        if (field == S_Cerca) return k;
-        if (field == sentinel) return 0;
+        if (walk.fieldIs(k, B_Trim, S_Cerca)) return k;
+        if (walk.fieldIs(k, B_Trim, sentinel)) return 0;
     }
 }
 
