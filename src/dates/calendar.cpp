@@ -13,7 +13,7 @@ namespace kiv {
 namespace {
 
 Date DateOf(const String& text) { return ToDateLocale(Variant(text)); }
-Date Plus(Date d, double days) { return Date{d.serial + days}; }
+Date Plus(Date d, double days) { return DateFromSerial(d.serial + days); }
 int MonthOf(Date d) { return SplitDate(d).month; }
 
 }  // namespace

@@ -49,7 +49,7 @@ String Cl_KIV::Cal2Dat(Integer d, Integer M, Integer Y) {
 String Cl_KIV::Date2Mask(const Variant& Data) {
     // The short date alone: the month arithmetic built on this cuts the text
     // by position, and month-end counts then see the time of day as a fraction.
-    if (const Date* d = Data.as<Date>()) return DateText(Date{std::trunc(d->serial)});
+    if (const Date* d = Data.as<Date>()) return DateText(DateFromSerial(std::trunc(d->serial)));
     if (Data.as<Long>()) return FormattaData(Variant(Trim(ToText(Data))));
     return ToText(Data);
 }

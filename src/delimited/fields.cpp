@@ -1,7 +1,9 @@
 // Reading delimited records: fields separated by Sep ("|" by default),
 // numbered from 1, found by a scan that restarts at the record's start.
 #include <algorithm>
+#include <optional>
 #include <string_view>
+#include <vector>
 
 #include "frame/cl_kiv.hpp"
 #include "frame/errors.hpp"
@@ -119,33 +121,64 @@ Scan ScanOneCharacter(const PaddedRow& w, char16_t c, long steps) {
     return Scan{start, end - start, end + 1};
 }
 
-// `steps` steps of the padded scan. A step that finds no separator (only
-// possible with a longer separator) changes nothing. The cursor moves one
-// character past the separator's start, so later fields of a multi-character
-// separator begin with its remaining characters.
+// Where the separator starts in the record followed by endless copies of its
+// first character, in order: the record's own occurrences (overlapping ones
+// too), then those that run into the padding, then, for a separator of
+// padding characters only, every place of the padding. Found in time linear
+// in the record and the separator, however long either is; at most `limit`
+// are listed, the places of the padding are counted, not listed.
+class SeparatorStarts {
+public:
+    SeparatorStarts(std::u16string_view row, std::u16string_view sep, std::size_t limit) : rowSize_(row.size()) {
+        ForwardSearch search(row, sep);
+        for (std::size_t from = 0; listed_.size() < limit;) {
+            const std::size_t p = search.next(from);
+            if (p == kNone) break;
+            listed_.push_back(p);
+            from = p + 1;
+        }
+        if (listed_.size() == limit) return;
+        // sep[paddingFrom..] is all padding characters.
+        std::size_t paddingFrom = sep.size();
+        while (paddingFrom > 0 && sep[paddingFrom - 1] == sep[0]) --paddingFrom;
+        // A tail of the record that is a head of the separator, longest first.
+        for (std::size_t tail = search.tailLength(); tail > 0 && listed_.size() < limit; tail = search.shorter(tail))
+            if (tail >= paddingFrom) listed_.push_back(row.size() - tail);
+        allPadding_ = paddingFrom == 0;
+    }
+    // The j-th start, 0-based.
+    std::size_t at(std::size_t j) const { return j < listed_.size() ? listed_[j] : rowSize_ + (j - listed_.size()); }
+    // How many starts are at or before `last`.
+    std::size_t countUpTo(std::size_t last) const {
+        const auto listed = static_cast<std::size_t>(std::upper_bound(listed_.begin(), listed_.end(), last) - listed_.begin());
+        if (listed < listed_.size() || !allPadding_ || last < rowSize_) return listed;
+        return listed + (last - rowSize_ + 1);
+    }
+
+private:
+    std::vector<std::size_t> listed_;
+    std::size_t rowSize_;
+    bool allPadding_ = false;
+};
+
+// `steps` steps of the padded scan, from the separator starts: step j finds
+// the j-th start when the separator fits in the padded record there; a step
+// that finds none changes nothing, and no later step finds one either. The
+// cursor moves one character past the separator's start, so later fields of
+// a multi-character separator begin with its remaining characters.
+Scan StepsOver(const SeparatorStarts& starts, std::size_t sepLength, std::size_t paddedSize, std::size_t steps) {
+    const std::size_t fit = paddedSize >= sepLength ? starts.countUpTo(paddedSize - sepLength) : 0;
+    const std::size_t found = std::min(steps, fit);
+    if (found == 0) return Scan{};
+    const std::size_t start = found >= 2 ? starts.at(found - 2) + 1 : 0;
+    return Scan{start, starts.at(found - 1) - start, starts.at(found - 1) + 1};
+}
+
 Scan ScanFields(const PaddedRow& w, const String& Sep, long steps) {
     if (Sep.size() == 1) return ScanOneCharacter(w, Sep[0], steps);
-    Scan s;
-    const std::size_t m = Sep.size();
-    const bool sameAsPadding = Sep.find_first_not_of(Sep[0]) == String::npos;
-    for (long k = 1; k <= steps; ++k) {
-        if (s.cursor >= w.row().size() && sameAsPadding) {
-            // Inside the padding a separator of padding characters is found
-            // right at the cursor while it fits: every remaining step gives
-            // the empty field and moves one on. Counted, not stepped.
-            const std::size_t fits = w.size() >= s.cursor + m ? w.size() - m - s.cursor + 1 : 0;
-            const std::size_t taken = std::min(static_cast<std::size_t>(steps - k + 1), fits);
-            if (taken > 0) s = Scan{s.cursor + taken - 1, 0, s.cursor + taken};
-            break;
-        }
-        const std::size_t p = w.find(Sep, s.cursor);
-        // Not found: the cursor stays, so no later step can find it either.
-        if (p == kNone) break;
-        s.fieldStart = s.cursor;
-        s.fieldLength = p - s.cursor;
-        s.cursor = p + 1;
-    }
-    return s;
+    if (steps < 1) return Scan{};
+    const auto n = static_cast<std::size_t>(steps);
+    return StepsOver(SeparatorStarts(w.row(), Sep, n), Sep.size(), w.size(), n);
 }
 
 // The padding is Pos copies of the separator's first character, which an
@@ -155,6 +188,63 @@ PaddedRow Padded(const String& T_Row, Integer Pos, const String& Sep) {
     if (Pos == 32767) raise(kOverflow);
     return PaddedRow(T_Row, static_cast<std::size_t>(Pos), Sep[0]);
 }
+
+String FieldText(const PaddedRow& w, const Scan& s, bool trimmed) {
+    std::size_t from = s.fieldStart;
+    std::size_t to = s.fieldStart + s.fieldLength;
+    if (trimmed) {
+        while (from < to && w.at(from) == u' ') ++from;
+        while (to > from && w.at(to - 1) == u' ') --to;
+    }
+    return w.text(from, to - from);
+}
+
+// GetPipeStr(T_Row, k, Sep, trimmed) for k = 1, 2, 3 ... as the field loops
+// ask for them: the separator starts are found once, and the steps of each k
+// are counted among them instead of rescanning the record from its start.
+class FieldWalk {
+public:
+    FieldWalk(const String& T_Row, const String& Sep) : row_(T_Row), sep_(Sep) {
+        if (!Sep.empty()) starts_.emplace(T_Row, Sep, 32767);
+    }
+    // Whether field k, trimmed or not, is `text`. A field that stays the
+    // same from one k to the next (the scan stuck) is not compared again.
+    bool fieldIs(Integer k, bool trimmed, const String& text) {
+        if (k <= 0) return text.empty();
+        const PaddedRow w = Padded(row_, k, sep_);
+        const Scan s = StepsOver(*starts_, sep_.size(), w.size(), static_cast<std::size_t>(k));
+        Memo& memo = memos_[&text == memos_[0].text && trimmed == memos_[0].trimmed ? 0 : 1];
+        if (memo.text == &text && memo.trimmed == trimmed && memo.scan.fieldStart == s.fieldStart &&
+            memo.scan.fieldLength == s.fieldLength)
+            return memo.equal;
+        if (memos_[0].text == nullptr) return remember(memos_[0], w, s, trimmed, text);
+        return remember(memo, w, s, trimmed, text);
+    }
+
+private:
+    const String& row_;
+    const String& sep_;
+    std::optional<SeparatorStarts> starts_;  // none for an empty separator, which Padded refuses
+    struct Memo {
+        const String* text = nullptr;
+        bool trimmed = false;
+        Scan scan;
+        bool equal = false;
+    };
+    static bool remember(Memo& memo, const PaddedRow& w, const Scan& s, bool trimmed, const String& text) {
+        std::size_t from = s.fieldStart;
+        std::size_t to = s.fieldStart + s.fieldLength;
+        if (trimmed) {
+            while (from < to && w.at(from) == u' ') ++from;
+            while (to > from && w.at(to - 1) == u' ') --to;
+        }
+        bool equal = to - from == text.size();
+        for (std::size_t i = 0; equal && i < text.size(); ++i) equal = w.at(from + i) == text[i];
+        memo = Memo{&text, trimmed, s, equal};
+        return equal;
+    }
+    Memo memos_[2];  // the last answer for each text compared
+};
 
 // Two marks that differ from the separator, alternated ten times: a field
 // that no real record holds.
@@ -178,8 +268,12 @@ String Terminated(const String& S_Base, const String& Sep) {
 // Last occurrence of `find` in `text` starting at or before the 1-based `p`.
 Long LastStartingAtOrBefore(const String& text, const String& find, Long p) {
     if (p < 1) return 0;
-    const std::size_t at = text.rfind(find, static_cast<std::size_t>(p - 1));
-    return at == String::npos ? 0 : static_cast<Long>(at + 1);
+    if (find.empty()) return std::min<Long>(p, static_cast<Long>(text.size()) + 1);
+    ForwardSearch search(text, find);
+    Long last = 0;
+    for (std::size_t at = search.next(0); at != kNone && at < static_cast<std::size_t>(p); at = search.next(at + 1))
+        last = static_cast<Long>(at + 1);
+    return last;
 }
 
 }  // namespace
@@ -187,14 +281,7 @@ Long LastStartingAtOrBefore(const String& text, const String& find, Long p) {
 String Cl_KIV::GetPipeStr(const String& T_Row, Integer Pos, const String& Sep, Boolean Trimmed) {
     if (Pos <= 0) return String();
     const PaddedRow w = Padded(T_Row, Pos, Sep);
-    const Scan s = ScanFields(w, Sep, Pos);
-    std::size_t from = s.fieldStart;
-    std::size_t to = s.fieldStart + s.fieldLength;
-    if (Trimmed) {
-        while (from < to && w.at(from) == u' ') ++from;
-        while (to > from && w.at(to - 1) == u' ') --to;
-    }
-    return w.text(from, to - from);
+    return FieldText(w, ScanFields(w, Sep, Pos), Trimmed);
 }
 
 Double Cl_KIV::GetPipeNumber(const String& T_Row, Integer Pos, const String& Sep) {
@@ -231,27 +318,30 @@ Variant Cl_KIV::PipeDove(const String& S_Base, Integer N_Pos, const String& Sep)
 Long Cl_KIV::PipeCount(const String& S_Base, const String& Sep) {
     const String sentinel = SentinelFor(Sep);
     const String t = Terminated(S_Base, Sep) + sentinel + Sep;
+    FieldWalk walk(t, Sep);
     for (Integer k = 1;; k = checkedInteger(k + 1))
-        if (this->GetPipeStr(t, k, Sep, false) == sentinel) return k - 1;
+        if (walk.fieldIs(k, false, sentinel)) return k - 1;
 }
 
 Long Cl_KIV::PipeQuale(const String& S_Base, const String& S_Cerca, const String& Sep, Boolean B_Trim) {
     const String sentinel = SentinelFor(Sep);
     const String t = Terminated(S_Base, Sep) + sentinel;
+    FieldWalk walk(t, Sep);
     for (Integer k = 1;; k = checkedInteger(k + 1)) {
-        const String field = this->GetPipeStr(t, k, Sep, B_Trim);
-        if (field == S_Cerca) return k;
-        if (field == sentinel) return 0;
+        if (walk.fieldIs(k, B_Trim, S_Cerca)) return k;
+        if (walk.fieldIs(k, B_Trim, sentinel)) return 0;
     }
 }
 
 Long Cl_KIV::PipeInStrPos(const String& S_Base, const String& S_Cerca, const String& Sep, Long InStart) {
     const String t = InStart > 1 ? Mid(S_Base, InStart) : S_Base;
     if (S_Cerca.empty() || t.empty()) return 0;
-    const Long p = InStr(t, S_Cerca);
-    if (p == 0) return 0;
+    const std::size_t found = ForwardSearch(t, S_Cerca).next(0);
+    if (found == kNone) return 0;
+    const Long p = static_cast<Long>(found) + 1;
     const Long q = LastStartingAtOrBefore(t, Sep, p) + 1;
-    const Long e = InStr(q, t, Sep);
+    const std::size_t end = Sep.empty() ? kNone : ForwardSearch(t, Sep).next(static_cast<std::size_t>(q - 1));
+    const Long e = Sep.empty() ? InStr(q, t, Sep) : end == kNone ? 0 : static_cast<Long>(end) + 1;
     // An unterminated last field leaves e at 0 and the cut fails: records
     // handed here end with a separator.
     const String field = Mid(t, q, e - q);

@@ -108,7 +108,7 @@ Variant Negate(const Variant& value) {
         case VarType::Boolean: return Variant(static_cast<Integer>(*value.as<Boolean>() ? 1 : 0));
         case VarType::Single: return Variant(-*value.as<Single>());
         case VarType::Double: return Variant(-*value.as<Double>());
-        case VarType::Date: return Variant(Date{-value.as<Date>()->serial});
+        case VarType::Date: return Variant(DateFromSerial(-value.as<Date>()->serial));
         case VarType::Currency: {
             const std::int64_t s = value.as<Currency>()->scaled;
             if (s == std::numeric_limits<std::int64_t>::min()) raise(kOverflow);

@@ -1,6 +1,8 @@
 #include "frame/dispatch.hpp"
 
 #include <array>
+#include <new>
+#include <stdexcept>
 #include <unordered_map>
 
 namespace kiv {
@@ -155,7 +157,14 @@ Variant Invoke(Dispatchable& object, const Member& member, InvokeKind kind, Argu
     };
     for (auto& [name, value] : args.named) bindNamed(ParamId(member, name), value);
     for (auto& [id, value] : args.namedById) bindNamed(id, value);
-    return member.call(object, member, std::span<Variant* const>(bound.data(), n));
+    try {
+        return member.call(object, member, std::span<Variant* const>(bound.data(), n));
+    } catch (const std::bad_alloc&) {
+        // Memory that ran out anywhere in the call is the runtime's error, never an abort.
+        raise(kOutOfMemory);
+    } catch (const std::length_error&) {
+        raise(kOutOfMemory);
+    }
 }
 
 std::string Signature(const Member& member) {

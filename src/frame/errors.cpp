@@ -12,6 +12,7 @@ std::string describeError(int number) {
         case kSubscriptOutOfRange: return "Subscript out of range";
         case kDivisionByZero: return "Division by zero";
         case kTypeMismatch: return "Type mismatch";
+        case kOutOfStringSpace: return "Out of string space";
         case kBadFileNameOrNumber: return "Bad file name or number";
         case kFileNotFound: return "File not found";
         case kBadFileMode: return "Bad file mode";

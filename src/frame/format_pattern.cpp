@@ -301,9 +301,7 @@ String FormatPattern(const Variant& value, const String& pattern) {
                 if (!IsDateValue(value)) return *value.as<String>();
                 return FormatDate(ToDateLocale(value), pattern);
             }
-            const double serial = ToDoubleLocale(value);
-            if (!InDateRange(serial)) raise(kOverflow);
-            return FormatDate(Date{serial}, pattern);
+            return FormatDate(DateFromSerial(ToDoubleLocale(value)), pattern);
         }
         case Kind::Number:
             if (const Single* s = value.as<Single>()) return FormatNumber(ToDecimalDigits(*s), pattern, layout);

@@ -63,10 +63,14 @@ String FormatPattern(const Variant& value, const String& pattern);
 // --- Dates (runtime_dates.cpp)
 
 // Date serials count days from 30 December 1899 (serial 0); the runtime's
-// dates run from 1 January 100 to 31 December 9999 inclusive.
-constexpr double kFirstDateSerial = -657434;  // 1 January 100
-constexpr double kEndDateSerial = 2958466;    // 1 January 10000, the first serial past the range
-constexpr bool InDateRange(double serial) { return serial >= kFirstDateSerial && serial < kEndDateSerial; }
+// dates run from 1 January 100 to 31 December 9999 inclusive: a serial is in
+// range when the day it shows (its whole part, the time rounded to the
+// second, 23:59:59.7 being the next midnight) is one of them. So
+// -657434.5 (1 January 100, 12:00) is in range and 2958465.99999999 is not.
+bool InDateRange(double serial);
+// The one place where a Date is made from a computed serial: Overflow
+// outside the range.
+Date DateFromSerial(double serial);
 
 // Builds dates with carrying and the two-digit-year window; Invalid
 // procedure call outside the years 100 to 9999.
@@ -88,7 +92,7 @@ Date NowDateTime();
 Date TodayDate();
 
 // Parts of a date serial (the whole part is the day, the fraction counted
-// forward also for days before the epoch).
+// forward also for days before the epoch); Overflow outside the range.
 struct DateParts {
     int year, month, day, hour, minute, second;
 };

@@ -157,6 +157,23 @@ bool ParseDateText(const String& text, double& serial) {
     return true;
 }
 
+constexpr std::int64_t kFirstDay = -657434;  // 1 January 100
+constexpr std::int64_t kLastDay = 2958465;   // 31 December 9999
+
+// The day a serial shows and the second of that day; false for a serial too
+// far out to have a day in the range (so huge values are never converted).
+bool DayAndSecond(double serial, std::int64_t& day, std::int64_t& second) {
+    if (!(std::fabs(serial) < 1e7)) return false;  // NaN too
+    const double whole = std::trunc(serial);
+    day = static_cast<std::int64_t>(whole);
+    second = std::llround(std::fabs(serial - whole) * 86400.0);
+    if (second >= 86400) {  // 23:59:59.7 is the next day's midnight
+        second -= 86400;
+        ++day;
+    }
+    return day >= kFirstDay && day <= kLastDay;
+}
+
 void AppendTwo(String& out, int v) {
     out += static_cast<char16_t>(u'0' + v / 10);
     out += static_cast<char16_t>(u'0' + v % 10);
@@ -168,6 +185,16 @@ void AppendNumber(String& out, int v) {
 }
 
 }  // namespace
+
+bool InDateRange(double serial) {
+    std::int64_t day = 0, second = 0;
+    return DayAndSecond(serial, day, second);
+}
+
+Date DateFromSerial(double serial) {
+    if (!InDateRange(serial)) raise(kOverflow);
+    return Date{serial};
+}
 
 Date DateFromParts(int year, int month, int day) {
     // The window first, then months carry into years (0 is December before).
@@ -189,13 +216,8 @@ Date TimeFromParts(int hours, int minutes, int seconds) {
 }
 
 DateParts SplitDate(Date date) {
-    const double whole = std::trunc(date.serial);
-    auto day = static_cast<std::int64_t>(whole);
-    auto secs = static_cast<std::int64_t>(std::llround(std::fabs(date.serial - whole) * 86400.0));
-    if (secs >= 86400) {  // 23:59:59.7 is the next day's midnight
-        secs -= 86400;
-        ++day;
-    }
+    std::int64_t day = 0, secs = 0;
+    if (!DayAndSecond(date.serial, day, secs)) raise(kOverflow);
     DateParts parts{};
     CivilFromDay(day, parts.year, parts.month, parts.day);
     parts.hour = static_cast<int>(secs / 3600);
@@ -206,19 +228,17 @@ DateParts SplitDate(Date date) {
 
 Date ToDateLocale(const Variant& value) {
     switch (value.type()) {
-        case VarType::Date: return *value.as<Date>();
+        case VarType::Date: return DateFromSerial(value.as<Date>()->serial);  // a host may pass any serial
         case VarType::Empty: return Date{0};
         case VarType::Null: raise(kInvalidUseOfNull);
         case VarType::String: {
             double serial = 0;
             if (!ParseDateText(*value.as<String>(), serial)) raise(kTypeMismatch);
-            return Date{serial};
+            return DateFromSerial(serial);
         }
         case VarType::Integer: case VarType::Long: case VarType::Single: case VarType::Double:
         case VarType::Currency: case VarType::Byte: case VarType::Boolean: {
-            const double serial = ToDoubleLocale(value);
-            if (!InDateRange(serial)) raise(kOverflow);
-            return Date{serial};
+            return DateFromSerial(ToDoubleLocale(value));
         }
         default: raise(kTypeMismatch);
     }
@@ -235,6 +255,7 @@ Boolean IsDateValue(const Variant& value) {
 }
 
 Integer WeekdayOf(Date date) {
+    if (!InDateRange(date.serial)) raise(kOverflow);
     const auto day = static_cast<std::int64_t>(std::trunc(date.serial));
     return static_cast<Integer>(((day + 6) % 7 + 7) % 7 + 1);  // day 0 was a Saturday
 }

@@ -2,6 +2,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <limits>
 
 #include "frame/errors.hpp"
 #include "frame/runtime.hpp"
@@ -58,7 +59,7 @@ Variant RoundHalfEven(const Variant& value, int decimals) {
         case VarType::Boolean: return Variant(static_cast<Integer>(*value.as<Boolean>() ? -1 : 0));
         case VarType::Single: return Variant(RoundSingle(*value.as<Single>(), decimals));
         case VarType::Currency: return Variant(RoundCurrency(*value.as<Currency>(), decimals));
-        case VarType::Date: return Variant(Date{RoundHalfEven(value.as<Date>()->serial, decimals)});
+        case VarType::Date: return Variant(DateFromSerial(RoundHalfEven(value.as<Date>()->serial, decimals)));
         default: return Variant(RoundHalfEven(ToDoubleLocale(value), decimals));
     }
 }
@@ -92,9 +93,12 @@ Variant WholePart(const Variant& value, Op op) {
             // Whole units exactly, the op decides only what the fraction adds (0 or -1).
             const std::int64_t s = value.as<Currency>()->scaled;
             const auto extra = static_cast<std::int64_t>(op(static_cast<double>(s % 10000) / 10000.0));
-            return Variant(Currency{(s / 10000 + extra) * 10000});
+            const std::int64_t units = s / 10000 + extra;
+            // The floor of the least Currency is a unit below it.
+            if (units < std::numeric_limits<std::int64_t>::min() / 10000) raise(kOverflow);
+            return Variant(Currency{units * 10000});
         }
-        case VarType::Date: return Variant(Date{op(value.as<Date>()->serial)});
+        case VarType::Date: return Variant(DateFromSerial(op(value.as<Date>()->serial)));
         case VarType::String: return Variant(op(ToDoubleLocale(value)));
         default: raise(kTypeMismatch);
     }

@@ -46,6 +46,7 @@ String Space(Long n) { return StringOf(n, u' '); }
 
 String StringOf(Long n, char16_t c) {
     if (n < 0) raise(kInvalidCall);
+    RequireTextLength(static_cast<std::uint64_t>(n));
     return String(static_cast<std::size_t>(n), c);
 }
 
@@ -83,9 +84,44 @@ String ReplaceAll(const String& text, const String& find, const String& with) {
     if (find.empty()) return text;
     String out;
     std::size_t from = 0;
-    for (std::size_t p; (p = text.find(find, from)) != String::npos; from = p + find.size())
+    ForwardSearch search(text, find);
+    for (std::size_t p; (p = search.next(from)) != String::npos; from = p + find.size()) {
+        RequireTextLength(std::uint64_t{out.size()} + (p - from) + with.size());
         out.append(text, from, p - from).append(with);
+    }
+    RequireTextLength(std::uint64_t{out.size()} + (text.size() - from));
     return out.append(text, from, String::npos);
+}
+
+void RequireTextLength(std::uint64_t length) {
+    if (length > kMaxTextLength) raise(kOutOfStringSpace);
+}
+
+ForwardSearch::ForwardSearch(std::u16string_view text, std::u16string_view find)
+    : text_(text), find_(find), border_(find.size(), 0) {
+    for (std::size_t i = 1, k = 0; i < find.size(); ++i) {
+        while (k > 0 && find[i] != find[k]) k = border_[k - 1];
+        if (find[i] == find[k]) ++k;
+        border_[i] = k;
+    }
+}
+
+std::size_t ForwardSearch::next(std::size_t from) {
+    const std::size_t m = find_.size();
+    if (from > pos_) {
+        pos_ = from;
+        state_ = 0;
+    }
+    // The head matched so far must start at or after `from`.
+    while (state_ > pos_ - from) state_ = border_[state_ - 1];
+    if (state_ == m) return pos_ - m;
+    while (pos_ < text_.size()) {
+        const char16_t c = text_[pos_++];
+        while (state_ > 0 && find_[state_] != c) state_ = border_[state_ - 1];
+        if (find_[state_] == c) ++state_;
+        if (state_ == m) return pos_ - m;
+    }
+    return String::npos;
 }
 
 String FromUtf8(std::string_view s) {

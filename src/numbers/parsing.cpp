@@ -19,7 +19,7 @@ bool HasPoint(const String& s) { return s.find(u'.') != String::npos; }
 Variant AddDouble(const Variant& v, Double q) {
     if (v.isNull()) return v;
     if (v.isError() || v.isObject() || v.isArray()) raise(kTypeMismatch);
-    if (const Date* d = v.as<Date>()) return Variant(Date{d->serial + q});
+    if (const Date* d = v.as<Date>()) return Variant(DateFromSerial(d->serial + q));
     const Double sum = ToDoubleLocale(v) + q;  // Empty is 0, numeric text is read, other text is 13
     if (!std::isfinite(sum)) raise(kOverflow);
     return Variant(sum);

@@ -77,6 +77,7 @@ String Cl_KIV::Cntr(const String& S, Integer N) {
 
 String Cl_KIV::Repl(Integer Volte, const String& Frase) {
     if (Frase.empty() || Volte < 1) return u"";
+    RequireTextLength(std::uint64_t{Frase.size()} * static_cast<std::uint64_t>(Volte));
     String out;
     out.reserve(Frase.size() * static_cast<std::size_t>(Volte));
     for (Integer i = 0; i < Volte; ++i) out += Frase;

@@ -70,24 +70,27 @@ Variant Cl_KIV::SostWord(const Variant& Str_0, const String& Str_Find, const Str
     if (W.empty()) return W;
     // An empty Str_Find would be found at every position and never finish.
     if (Str_Find.empty()) return W;
-    const Long F = static_cast<Long>(Str_Find.size());
-    const Long R = static_cast<Long>(Str_Repl.size());
-
-    Long start = 1;
+    // Each replacement is searched for behind the text it inserted, so the
+    // searches run over the unchanged text from left to right: the result is
+    // built in one pass, never rebuilding the whole text per replacement.
+    ForwardSearch search(W, Str_Find);
+    std::size_t from = 0;
     for (Long skipped = 0; skipped < StartOccur - 1; ++skipped) {
-        const Long p = InStr(start, W, Str_Find);
-        if (p == 0) break;
-        start = p + F;
+        const std::size_t p = search.next(from);
+        if (p == String::npos) break;
+        from = p + Str_Find.size();
     }
 
+    String out(W, 0, from);
     Long count = 0;
-    for (Long p = InStr(start, W, Str_Find); p > 0; p = InStr(start, W, Str_Find)) {
-        W = Left(W, p - 1) + Str_Repl + Mid(W, p + F);
+    for (std::size_t p = search.next(from); p != String::npos; p = search.next(from)) {
+        RequireTextLength(std::uint64_t{out.size()} + (p - from) + Str_Repl.size() + (W.size() - p - Str_Find.size()));
+        out.append(W, from, p - from).append(Str_Repl);
+        from = p + Str_Find.size();
         ++count;
         if (MaxOccur >= 1 && count >= MaxOccur) break;
-        start = p + R;  // behind the inserted text, so it is not searched again
     }
-    return W;
+    return out.append(W, from, String::npos);
 }
 
 // Each call works on the unchanged S and only the last result is kept, so in

@@ -1,6 +1,9 @@
 // Words separated by blanks: splitting, spreading blanks, justifying a line
 // and cutting a long text into printed rows.
+#include <algorithm>
+#include <cstdint>
 #include <cstdlib>
+#include <vector>
 
 #include "frame/cl_kiv.hpp"
 #include "frame/convert.hpp"
@@ -46,19 +49,50 @@ String Cl_KIV::AddSpace(const Variant& S0, const Variant& Spac) {
     if (n <= 1) return T;
 
     const Long times = ToLong(Spac);
+    RequireTextLength(std::uint64_t{T.size()} + static_cast<std::uint64_t>(std::max<Long>(times, 0)));
 
+    // Each step puts one blank before the character now at position M. All
+    // blanks are alike, so the result is known from how many blanks end up
+    // before each character of T (and after the last): counted in a Fenwick
+    // tree over "the character and the blanks before it", where finding the
+    // character now at M is a descent instead of rebuilding T every step.
+    const std::size_t L = T.size();
+    std::vector<std::int64_t> tree(L + 1, 0);  // weights 1 + blanks before
+    for (std::size_t j = 1; j <= L; ++j) {
+        tree[j] += 1;
+        if (const std::size_t up = j + (j & (~j + 1)); up <= L) tree[up] += tree[j];
+    }
+    std::size_t top = 1;
+    while (top * 2 <= L) top *= 2;
+    std::vector<Long> before(L + 2, 0);  // blanks before character j; [L + 1]: after the last
     Long k = 2;
     Long s = 0;
     for (Long i = 1; i <= times; ++i) {
         const Long M = checkedLong(static_cast<std::int64_t>(ToLong(Pos.at({k}))) + s + k - 2);
-        T = Left(T, M - 1) + u" " + Mid(T, M);
+        // The first character j whose position (its weight summed from 1) reaches M.
+        std::size_t j = 0;
+        std::int64_t below = 0;
+        for (std::size_t step = L == 0 ? 0 : top; step > 0; step /= 2)
+            if (j + step <= L && below + tree[j + step] < M) {
+                j += step;
+                below += tree[j];
+            }
+        ++j;  // L + 1 when M is past the end: the blank goes last
+        ++before[j];
+        for (std::size_t u = j; u <= L; u += u & (~u + 1)) tree[u] += 1;
         ++k;
         if (k > n) {
             k = 2;
             ++s;
         }
     }
-    return T;
+    String out;
+    out.reserve(L + static_cast<std::size_t>(std::max<Long>(times, 0)));
+    for (std::size_t j = 1; j <= L + 1; ++j) {
+        out.append(static_cast<std::size_t>(before[j]), u' ');
+        if (j <= L) out += T[j - 1];
+    }
+    return out;
 }
 
 String Cl_KIV::AddStop(const Variant& S0) {

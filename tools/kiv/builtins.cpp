@@ -16,9 +16,6 @@ namespace {
 
 using Args = std::vector<Variant>;
 
-// Texts longer than this are refused rather than left to exhaust memory.
-constexpr Long kMaxLength = Long{1} << 26;
-
 Long Whole(const Variant& v) {
     if (const Integer* i = v.as<Integer>()) return *i;
     if (const Long* l = v.as<Long>()) return *l;
@@ -38,7 +35,7 @@ Date DateArg(const Variant& v) {
 Long Length(const Variant& v) {
     const Long n = Whole(v);
     if (n < 0) raise(kInvalidCall);
-    if (n > kMaxLength) raise(kOutOfMemory);
+    RequireTextLength(static_cast<std::uint64_t>(n));  // the component's own limit
     return n;
 }
 
