@@ -3,6 +3,8 @@
 #include <sqlite3.h>
 
 #include <array>
+#include <cctype>
+#include <cstdio>
 #include <optional>
 #include <system_error>
 #include <vector>
@@ -75,6 +77,20 @@ Long SplitPath(std::string_view path, std::vector<std::string_view>& levels) {
     }
 }
 
+std::string ImmutableUri(const std::filesystem::path& path) {
+    std::string uri = "file:";
+    for (unsigned char c : path.string()) {
+        if (std::isalnum(c) || c == '/' || c == '.' || c == '-' || c == '_') {
+            uri += static_cast<char>(c);
+        } else {
+            char hex[4];
+            std::snprintf(hex, sizeof hex, "%%%02X", c);
+            uri += hex;
+        }
+    }
+    return uri + "?immutable=1";
+}
+
 Long CodeOf(int sqliteCode) {
     switch (sqliteCode & 0xFF) {
         case SQLITE_OK: case SQLITE_DONE: case SQLITE_ROW: return kSuccess;
@@ -144,6 +160,17 @@ public:
         sqlite3_busy_timeout(db_, 5000);
         readOnly_ = sqlite3_db_readonly(db_, "main") == 1;
         code_ = prepare(topKey);
+        if (code_ != kSuccess && readOnly_ && existed) {
+            // A reader without the right to make the log's shared-memory file
+            // next to the database reads it as a file that does not change;
+            // it never writes, so the file cannot be harmed.
+            statements_.clear();
+            sqlite3_close_v2(db_);
+            db_ = nullptr;
+            if (sqlite3_open_v2(ImmutableUri(path).c_str(), &db_, SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, nullptr) ==
+                SQLITE_OK)
+                code_ = prepare(topKey);
+        }
         // A hive that does not exist and cannot be made here is one this
         // user may not write.
         if (code_ == kBadDatabase && !existed) code_ = kAccessDenied;
@@ -279,9 +306,11 @@ private:
         if (!readOnly_) {
             // Write-ahead log: readers never wait for a writer and never see
             // half a change, and a killed writer leaves the last committed
-            // state. Full sync: a committed setting survives a power cut too.
+            // state. Normal sync: with the log, a killed process loses nothing committed and
+            // a power cut at worst the last changes, never the file's consistency;
+            // a full sync per change would cost milliseconds on every save.
             // Foreign keys: deleting a key takes its values with it.
-            if (!exec("PRAGMA journal_mode=WAL") || !exec("PRAGMA synchronous=FULL")) return kBadDatabase;
+            if (!exec("PRAGMA journal_mode=WAL") || !exec("PRAGMA synchronous=NORMAL")) return kBadDatabase;
         }
         if (!exec("PRAGMA foreign_keys=ON")) return kBadDatabase;
         if (tables == 0) {
