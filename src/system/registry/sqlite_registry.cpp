@@ -22,6 +22,7 @@ namespace {
 // hive and written over.
 constexpr int kApplicationId = 0x4B495652;  // "KIVR"
 constexpr int kSchemaVersion = 1;
+constexpr long long kTopKey = 1;  // the hive's root key, which is never deleted
 
 // The platform's limits: a key name of 255 characters, 512 levels, a value
 // name of 16383 characters.
@@ -195,12 +196,16 @@ public:
         keyExists_->done();
         return rc == SQLITE_ROW ? kSuccess : rc == SQLITE_DONE ? kKeyDeleted : CodeOf(rc);
     }
-    // Walks the levels from base.
+    // Walks the levels from base, in one read transaction: one snapshot, and
+    // one round of locking instead of one per level.
     Long walk(long long base, const std::vector<std::string_view>& levels, long long& id) {
+        const bool own = sqlite3_get_autocommit(db_) != 0;
+        if (own && !exec("BEGIN")) return kBadDatabase;
+        Long code = base == kTopKey ? kSuccess : exists(base);
         id = base;
-        for (std::string_view level : levels)
-            if (Long code = child(id, level, id); code != kSuccess) return code;
-        return kSuccess;
+        for (std::size_t k = 0; code == kSuccess && k < levels.size(); ++k) code = child(id, levels[k], id);
+        if (own) exec("COMMIT");
+        return code;
     }
     // Walks the levels from base, making the missing ones, in one transaction.
     Long make(long long base, const std::vector<std::string_view>& levels, long long& id) {
@@ -393,10 +398,6 @@ private:
               *valueAt_ = nullptr, *upsertValue_ = nullptr, *deleteValue_ = nullptr;
 };
 
-namespace {
-constexpr long long kTopKey = 1;  // the hive's root key
-}
-
 SqliteRegistry::SqliteRegistry(std::filesystem::path folder, std::string userName)
     : folder_(std::move(folder)), userName_(std::move(userName)) {}
 
@@ -446,7 +447,6 @@ Long SqliteRegistry::openKey(Long hKey, std::string_view subKey, Long access, Lo
     if (Long code = SplitPath(subKey, levels); code != kSuccess) return code;
     if ((access & kWriteRights) != 0 && base.hive->readOnly()) return kAccessDenied;
     Key key{base.hive, 0, access};
-    if (Long code = base.hive->exists(base.id); code != kSuccess) return code;
     if (Long code = base.hive->walk(base.id, levels, key.id); code != kSuccess) return code;
     result = newHandle(key);
     return kSuccess;
@@ -463,7 +463,6 @@ Long SqliteRegistry::createKey(Long hKey, std::string_view subKey, Long& result)
         // As for a user without rights: an existing key opens for reading,
         // a missing one cannot be made.
         key.access = kReadAccess;
-        if (Long code = base.hive->exists(base.id); code != kSuccess) return code;
         if (Long code = base.hive->walk(base.id, levels, key.id); code != kSuccess)
             return code == kNotFound ? kAccessDenied : code;
     } else if (Long code = base.hive->make(base.id, levels, key.id); code != kSuccess) {
@@ -487,7 +486,6 @@ Long SqliteRegistry::deleteKey(Long hKey, std::string_view subKey) {
     if (base.hive->readOnly()) return kAccessDenied;
     long long parent = 0;
     const std::vector<std::string_view> above(levels.begin(), levels.end() - 1);
-    if (Long code = base.hive->exists(base.id); code != kSuccess) return code;
     if (Long code = base.hive->walk(base.id, above, parent); code != kSuccess) return code;
     return base.hive->removeKey(parent, levels.back());
 }
