@@ -208,11 +208,22 @@ Variant Cl_KIV::GetRegistryValue(Long KeyRoot, const String& KeyName, const Stri
     return Variant(ok ? value : String());
 }
 
+// Every read is traced, seven lines, to a fixed log in the root of drive C.
 Variant Cl_KIV::GetZRRegistryValue(Long KeyRoot, const String& KeyName, const String& QueryValue) {
+    const String log = u"C:\\ZRRegistry_LOGz.txt";
+    const auto trace = [&](const String& line) { Dbg_Log(Variant(line), false, log, true); };
+    trace(u"===== GetZRReg ===============");
+    trace(u"===== KeyRoot    :" + FromCp1252(std::to_string(KeyRoot)));
+    trace(u"===== KeyName    :" + KeyName);
+    trace(u"===== QueryValue :" + QueryValue);
+    trace(u"===== WinBit     :" + FromCp1252(std::to_string(GetWindowsBit())));
+    trace(u"===== WinVersion :" + GetWindowsVer());
     String value;
     Boolean ok = false;
     ReadRegistryValue(KeyRoot, KeyName, QueryValue, value, ok);
-    return Variant(ok ? value : String(u"ZRERROR"));
+    const String result = ok ? value : String(u"ZRERROR");
+    trace(u"===== GetZRRegistryValue      :" + result);
+    return Variant(result);
 }
 
 String Cl_KIV::RegRead(const String& R_KeyFull, const String& Sep) {
