@@ -1,4 +1,6 @@
-# Empties the folder that stands for C: in the conformance runs, so that each
-# ctest run starts from the same files.
-file(REMOVE_RECURSE ${DIR})
-file(MAKE_DIRECTORY ${DIR})
+# Empties the folders that stand for C: in the conformance runs and the tour,
+# so that each ctest run starts from the same files.
+foreach(dir ${DIRS})
+  file(REMOVE_RECURSE ${dir})
+  file(MAKE_DIRECTORY ${dir})
+endforeach()

@@ -284,6 +284,40 @@ public:
     void Dbg_Log(const Variant& Txt_Log, Boolean B_First = false, const String& T_File = u"",
                  Boolean HasFullPath = false);
 
+    // --- Registry access (system/registry.cpp)
+    Boolean RegOpenKey(Long KeyRoot, const String& KeyName, Ref<Long> phkResult);
+    Boolean RegCreateKey(Long hKey, const String& lpszSubKeyPermanent, const String& lpszSubKeyRemovable,
+                         Ref<Long> phkResult);
+    Boolean RegCloseKey(Long hKey);
+    Boolean RegDeleteKey(Long hKey, const String& lpszSubKey);
+    Boolean RegDeleteValue(Long hKey, const String& lpValueName);
+    Boolean RegSetNumericValue(Long hKey, const String& strValueName, Long TypeOfData, Long lData);
+    Boolean RegSetStringValue(Long hKey, const String& strValueName, const String& strData);
+    Variant RegEnumKey(Long hKey);
+    Variant RegEnumValue(Long hKey, Ref<Long> NumValues);
+    Variant GetRegistryValue(Long KeyRoot, const String& KeyName, const String& QueryValue);
+    Variant GetZRRegistryValue(Long KeyRoot, const String& KeyName, const String& QueryValue);
+    String RegRead(const String& R_KeyFull, const String& Sep = u"\\");
+    Variant GetZRReg(const Variant& Appl, const Variant& Folder, const String& NomeVar, const Variant& Std);
+    Boolean SetZRReg(const Variant& Appl, const Variant& Folder, const String& NomeVar, const Variant& val,
+                     ZRReg_Enum TipoVar);
+    Long SAVERegString(const String& lpParagraf, const String& lpKeyName, const String& lpString,
+                       const String& lpRegINI);
+    String LOADRegString(const String& lpParagraf, const String& lpKeyName, const String& lpStd,
+                         const String& lpRegINI);
+    Long SAVERegInt(const String& lpParagraf, const String& lpKeyName, Long lpLong, const String& lpRegINI);
+    Long LOADRegInt(const String& lpParagraf, const String& lpKeyName, Long lpStd, const String& lpRegINI);
+    Long SAVERegNumber(const String& lpParagraf, const String& lpKeyName, Long lpLong, const String& lpRegINI);
+    Double LOADRegNumber(const String& lpParagraf, const String& lpKeyName, Long lpStd, const String& lpRegINI);
+    Long SAVERegDate(const String& lpParagraf, const String& lpKeyName, const Variant& lpDate,
+                     const String& lpRegINI);
+    Date LOADRegDate(const String& lpParagraf, const String& lpKeyName, const Variant& lpStd,
+                     const String& lpRegINI);
+
+    // System facts the registry trace reports (system/system_info.cpp)
+    String GetWindowsVer();
+    Integer GetWindowsBit();
+
 private:
     friend struct ClKivPrivate;  // lets the unit tests reach the private operations
 
@@ -291,8 +325,14 @@ private:
     String StripNuls(const Variant& Text);
     // Completes and normalises a typed date, rewriting X (used by Date20).
     String NormalizeDateText(Ref<Variant> X);
+    // The one reader of a registry value behind GetRegistryValue,
+    // GetZRRegistryValue and RegRead.
+    void ReadRegistryValue(Long KeyRoot, const String& KeyName, const String& QueryValue, String& Value,
+                           Boolean& Ok);
 
     std::array<String, 17> nibbles_;
+    // The platform's result code of the last registry handle call (0 = success).
+    Long lastRegResult_ = 0;
 };
 
 }  // namespace kiv

@@ -3,11 +3,21 @@
 
 #include "frame/cl_kiv.hpp"
 #include "frame/errors.hpp"
+#include "frame/platform.hpp"
+
+#include <unistd.h>
+
+#include <filesystem>
 
 namespace kiv {
 
 struct ClKivPrivate {
     static String StripNuls(Cl_KIV& k, const Variant& text) { return k.StripNuls(text); }
+    static Long LastRegResult(const Cl_KIV& k) { return k.lastRegResult_; }
+    static void ReadRegistryValue(Cl_KIV& k, Long root, const String& key, const String& name, String& value,
+                                  Boolean& ok) {
+        k.ReadRegistryValue(root, key, name, value, ok);
+    }
 };
 
 namespace {
@@ -37,6 +47,37 @@ TEST(Component, StripNulsDropsTheCharacterAfterEachNul) {
     EXPECT_EQ(ClKivPrivate::StripNuls(k, Variant(String(u"AB") + u'\0')), u"AB");
     EXPECT_EQ(ClKivPrivate::StripNuls(k, Variant(String(u"\0\0X", 3))), u"X");
     EXPECT_EQ(ClKivPrivate::StripNuls(k, Variant(u"")), u"");
+}
+
+// Each handle wrapper keeps the platform's code of its call.
+TEST(Component, RegistryWrappersKeepTheLastResult) {
+    std::string pattern = (std::filesystem::temp_directory_path() / "kivlast-XXXXXX").string();
+    const std::filesystem::path folder = mkdtemp(pattern.data());
+    PlatformSettings s = PlatformSettings::fromEnvironment();
+    s.registryFolder = folder.string();
+    installPlatform(makeSystemPlatform(s));
+    Cl_KIV k;
+    const Long hklm = static_cast<Long>(0x80000002u);
+    Long h = 0;
+    EXPECT_FALSE(k.RegOpenKey(hklm, u"SOFTWARE\\Manca", h));
+    EXPECT_EQ(ClKivPrivate::LastRegResult(k), 2);
+    EXPECT_TRUE(k.RegCreateKey(hklm, u"SOFTWARE", u"X", h));
+    EXPECT_EQ(ClKivPrivate::LastRegResult(k), 0);
+    EXPECT_TRUE(k.RegSetStringValue(h, u"v", u"1"));
+    EXPECT_TRUE(k.RegCloseKey(h));
+    EXPECT_FALSE(k.RegCloseKey(h));
+    EXPECT_EQ(ClKivPrivate::LastRegResult(k), 6);
+    // The private reader: found, and missing.
+    String value;
+    Boolean ok = false;
+    ClKivPrivate::ReadRegistryValue(k, hklm, u"software\\x", u"V", value, ok);
+    EXPECT_TRUE(ok);
+    EXPECT_EQ(value, u"1");
+    ClKivPrivate::ReadRegistryValue(k, hklm, u"software\\x", u"W", value, ok);
+    EXPECT_FALSE(ok);
+    EXPECT_EQ(value, u"");
+    installPlatform(makeSystemPlatform(PlatformSettings::fromEnvironment()));
+    std::filesystem::remove_all(folder);
 }
 
 }  // namespace

@@ -71,7 +71,7 @@ private:
     // is made of date characters with a "-" or ":"; otherwise it marks a
     // file number ("#1", "#f").
     bool isDateLiteral() const {
-        if (!IsDigit(peek(1))) return false;
+        if (!IsAsciiDigit(peek(1))) return false;
         const std::size_t close = s_.find('#', i_ + 1);
         if (close == std::string_view::npos) return false;
         const std::string_view body = s_.substr(i_ + 1, close - i_ - 1);

@@ -1,0 +1,89 @@
+// The registry operations over a store that cannot be used, and the machine
+// facts of the registry trace, pinned and read from the system.
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "frame/cl_kiv.hpp"
+#include "frame/platform.hpp"
+#include "frame/convert.hpp"
+#include "frame/strings.hpp"
+#include "system/posix/posix_platform.hpp"
+
+namespace kiv {
+namespace {
+
+namespace fs = std::filesystem;
+
+class RegistryOperations : public ::testing::Test {
+protected:
+    void use(std::map<std::string, std::string> pins = {}) {
+        PlatformSettings s = PlatformSettings::fromEnvironment();
+        s.registryFolder = folder.string();
+        s.drives['C'] = (folder / "c").string();
+        s.pins = std::move(pins);
+        installPlatform(std::make_shared<PosixPlatform>(s));
+    }
+    void SetUp() override {
+        std::string pattern = (fs::temp_directory_path() / "kivops-XXXXXX").string();
+        folder = mkdtemp(pattern.data());
+    }
+    void TearDown() override {
+        installPlatform(makeSystemPlatform(PlatformSettings::fromEnvironment()));
+        fs::remove_all(folder);
+    }
+    fs::path folder;
+    Cl_KIV k;
+};
+
+// A damaged hive: every operation gives its neutral result, the file stays.
+TEST_F(RegistryOperations, DamagedHiveGivesNeutralResults) {
+    const std::string garbage(8192, '\x17');
+    std::ofstream(folder / "HKEY_LOCAL_MACHINE.db", std::ios::binary) << garbage;
+    use();
+    EXPECT_EQ(ToText(k.GetZRReg(Variant(u"A"), Variant(u"B"), u"C", Variant(u"std"))), u"std");
+    EXPECT_FALSE(k.SetZRReg(Variant(u"A"), Variant(u"B"), u"C", Variant(u"v"), ZRReg_String));
+    EXPECT_EQ(k.SAVERegInt(u"B", u"C", 5, u"A"), 0);
+    EXPECT_EQ(k.LOADRegInt(u"B", u"C", 9, u"A"), 9);
+    EXPECT_EQ(ToText(k.GetRegistryValue(static_cast<Long>(0x80000002u), u"SOFTWARE", u"x")), u"");
+    EXPECT_EQ(k.RegRead(u"HKLM\\SOFTWARE\\x"), u"");
+    Long h = 5;
+    EXPECT_FALSE(k.RegOpenKey(static_cast<Long>(0x80000002u), u"SOFTWARE", h));
+    EXPECT_EQ(h, 0);
+    EXPECT_TRUE(k.RegEnumKey(static_cast<Long>(0x80000002u)).isNull());
+    std::ifstream in(folder / "HKEY_LOCAL_MACHINE.db", std::ios::binary);
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), garbage);
+    // The user's hive is another file and works.
+    Long u = 0;
+    EXPECT_TRUE(k.RegCreateKey(static_cast<Long>(0x80000001u), u"Software", u"Mio", u));
+    EXPECT_TRUE(k.RegCloseKey(u));
+}
+
+TEST_F(RegistryOperations, PinnedSystemFacts) {
+    use({{"winver", "Windows 10 10.0.19045"}, {"winbit", "64"}});
+    EXPECT_EQ(k.GetWindowsVer(), u"Windows 10 10.0.19045");
+    EXPECT_EQ(k.GetWindowsBit(), 64);
+    use({{"winver", ""}, {"winbit", "32"}});
+    EXPECT_EQ(k.GetWindowsVer(), u"");
+    EXPECT_EQ(k.GetWindowsBit(), 32);
+    // A bitness that is no whole number gives the neutral 0.
+    for (const char* bad : {"abc", "64.5", "", " 64", "99999"}) {
+        use({{"winbit", bad}});
+        EXPECT_EQ(k.GetWindowsBit(), 0) << bad;
+    }
+}
+
+TEST_F(RegistryOperations, SystemFactsFromTheMachine) {
+    use();
+    const String version = k.GetWindowsVer();
+    EXPECT_EQ(version.substr(0, 6), u"Linux ");
+    EXPECT_GT(version.size(), 6u);
+    const Integer bits = k.GetWindowsBit();
+    EXPECT_TRUE(bits == 32 || bits == 64);
+    EXPECT_EQ(bits, sizeof(void*) == 8 ? 64 : bits);  // a 64-bit process runs on a 64-bit system
+}
+
+}  // namespace
+}  // namespace kiv
