@@ -225,6 +225,10 @@ public:
     Integer BCheck_EAN(const String& BCode, En_EANType BType = EanT_Ean8);
     Integer BCheck_Code32(const String& BCode, En_EANType BType = EanT_Ean8);
 
+    // --- Form and window helpers (forms/window_helpers.cpp)
+    void FormPrimoPiano(const Object& Myfrm, Boolean SetOnTop);
+    void TimerProc(Long hWnd, Long uMsg, Long idEvent, Long dwTime);
+
 private:
     friend struct ClKivPrivate;  // lets the unit tests reach the private operations
 

@@ -235,6 +235,12 @@ std::vector<Member> BuildTable() {
                                OptRef("BType")),
         Method<&C::BCheck_Code32>("BCheck_Code32", "The Code32 check digit, or -1 for an unusable code.",
                                   ByRef("BCode"), OptRef("BType")),
+
+        // Form and window helpers
+        Method<&C::FormPrimoPiano>("FormPrimoPiano", "Keeps a form above all other windows, or releases it.",
+                                   ByRef("Myfrm"), ByRef("SetOnTop")),
+        Method<&C::TimerProc>("TimerProc", "Timer callback: stops the timer; timer &H5000 confirms the pending dialog box.",
+                              ByVal("hWnd"), ByVal("uMsg"), ByVal("idEvent"), ByVal("dwTime")),
     };
 }
 
