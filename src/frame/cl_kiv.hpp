@@ -225,6 +225,12 @@ public:
     Integer BCheck_EAN(const String& BCode, En_EANType BType = EanT_Ean8);
     Integer BCheck_Code32(const String& BCode, En_EANType BType = EanT_Ean8);
 
+    // --- Paths and files (system/paths.cpp, system/files.cpp)
+
+    // --- Diagnostic log (system/log.cpp)
+    void Dbg_Log(const Variant& Txt_Log, Boolean B_First = false, const String& T_File = u"",
+                 Boolean HasFullPath = false);
+
     // --- Form and window helpers (forms/window_helpers.cpp)
     void FormPrimoPiano(const Object& Myfrm, Boolean SetOnTop);
     void TimerProc(Long hWnd, Long uMsg, Long idEvent, Long dwTime);

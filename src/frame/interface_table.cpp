@@ -236,6 +236,13 @@ std::vector<Member> BuildTable() {
         Method<&C::BCheck_Code32>("BCheck_Code32", "The Code32 check digit, or -1 for an unusable code.",
                                   ByRef("BCode"), OptRef("BType")),
 
+        // Paths and files
+
+        // Diagnostic log
+        Method<&C::Dbg_Log>("Dbg_Log", "Appends a line (a leading § stamps it) to a log file; never fails.",
+                            ByRef("Txt_Log"), OptRef("B_First", kFalse), OptRef("T_File", kNoText),
+                            OptRef("HasFullPath", kFalse)),
+
         // Form and window helpers
         Method<&C::FormPrimoPiano>("FormPrimoPiano", "Keeps a form above all other windows, or releases it.",
                                    ByRef("Myfrm"), ByRef("SetOnTop")),

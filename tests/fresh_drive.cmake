@@ -1,0 +1,4 @@
+# Empties the folder that stands for C: in the conformance runs, so that each
+# ctest run starts from the same files.
+file(REMOVE_RECURSE ${DIR})
+file(MAKE_DIRECTORY ${DIR})
