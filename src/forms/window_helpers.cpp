@@ -48,4 +48,8 @@ void Cl_KIV::TimerProc(Long hWnd, Long /*uMsg*/, Long idEvent, Long /*dwTime*/) 
     }
 }
 
+// The form feed ends its print item without a line end, so every page of a
+// report starts on its first line, as the first page does.
+void Cl_KIV::ejec(const Variant& Nf) { platform().fileTable().print(ToLong(Nf), String(1, u'\f'), false); }
+
 }  // namespace kiv

@@ -248,6 +248,7 @@ std::vector<Member> BuildTable() {
                                    ByRef("Myfrm"), ByRef("SetOnTop")),
         Method<&C::TimerProc>("TimerProc", "Timer callback: stops the timer; timer &H5000 confirms the pending dialog box.",
                               ByVal("hWnd"), ByVal("uMsg"), ByVal("idEvent"), ByVal("dwTime")),
+        Method<&C::ejec>("ejec", "Ejects the page: a form feed printed to the open file number Nf.", ByRef("Nf")),
     };
 }
 
