@@ -318,6 +318,11 @@ public:
     String GetWindowsVer();
     Integer GetWindowsBit();
 
+    // --- Form and window helpers (forms/window_helpers.cpp)
+    void FormPrimoPiano(const Object& Myfrm, Boolean SetOnTop);
+    void TimerProc(Long hWnd, Long uMsg, Long idEvent, Long dwTime);
+    void ejec(const Variant& Nf);
+
 private:
     friend struct ClKivPrivate;  // lets the unit tests reach the private operations
 

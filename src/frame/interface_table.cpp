@@ -363,6 +363,13 @@ std::vector<Member> BuildTable() {
                                 ByRef("lpKeyName"), ByRef("lpStd"), ByRef("lpRegINI")),
         Method<&C::GetWindowsVer>("GetWindowsVer", "The name and version of the operating system."),
         Method<&C::GetWindowsBit>("GetWindowsBit", "64 on a 64-bit system, else 32."),
+
+        // Form and window helpers
+        Method<&C::FormPrimoPiano>("FormPrimoPiano", "Keeps a form above all other windows, or releases it.",
+                                   ByRef("Myfrm"), ByRef("SetOnTop")),
+        Method<&C::TimerProc>("TimerProc", "Timer callback: stops the timer; timer &H5000 confirms the pending dialog box.",
+                              ByVal("hWnd"), ByVal("uMsg"), ByVal("idEvent"), ByVal("dwTime")),
+        Method<&C::ejec>("ejec", "Ejects the page: a form feed printed to the open file number Nf.", ByRef("Nf")),
     };
 }
 

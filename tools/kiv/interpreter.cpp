@@ -234,6 +234,12 @@ void Interpreter::assign(const Expr& target, Variant value, bool setRef) {
     if (o == nullptr) raise(kObjectRequired);
     if (!*o) raise(kObjectNotSet);
     CallFrame frame;
+    // The indices of an indexed property come first, the value last.
+    for (const Argument& a : target.args) {
+        if (a.kind != Argument::Kind::Positional) raise(kNamedArgumentNotFound);
+        frame.temps.push_back(evaluate(*a.value));
+        frame.args.positional.push_back(&frame.temps.back());
+    }
     frame.temps.push_back(std::move(value));
     frame.args.positional.push_back(&frame.temps.back());
     dispatch(**o, target.name, setRef ? InvokeKind::PropertyPutRef : InvokeKind::PropertyPut, frame);
