@@ -222,6 +222,27 @@ public:
     Integer BCheck_EAN(const String& BCode, En_EANType BType = EanT_Ean8);
     Integer BCheck_Code32(const String& BCode, En_EANType BType = EanT_Ean8);
 
+    // --- INI settings (system/ini.cpp)
+    Long WritePrivateProfileInt(const String& lpAppName, const String& lpKeyName, const Variant& lpValore,
+                                const String& lpFileName);
+    Long SAVEPrivateString(const String& lpParagraf, const String& lpKeyName, const String& lpString,
+                           const String& lpFileName);
+    String LOADPrivateString(const String& lpParagraf, const String& lpKeyName, const String& lpStd,
+                             const String& lpFileName);
+    Long SAVEPrivateInt(const String& lpParagraf, const String& lpKeyName, Long lpNumber, const String& lpFileName);
+    Long LOADPrivateInt(const String& lpParagraf, const String& lpKeyName, Long lpStdNumber,
+                        const String& lpFileName);
+    Long SAVEPrivateDbl(const String& lpParagraf, const String& lpKeyName, Double lpNumber, const String& lpFileName);
+    Double LOADPrivateDbl(const String& lpParagraf, const String& lpKeyName, Double lpStdNumber,
+                          const String& lpFileName);
+    Long SAVEPrivateDate(const String& lpParagraf, const String& lpKeyName, const String& lpDate,
+                         const String& lpFileName);
+    Double LOADPrivateDate(const String& lpParagraf, const String& lpKeyName, Double lpDate,
+                           const String& lpFileName);
+    Long LOADPrivateChk(const String& lpParagraf, const String& lpKeyName, Long lpStd, const String& lpFileName);
+    Long SAVEPrivateChk(const String& lpParagraf, const String& lpKeyName, const Object& Chk_,
+                        const String& lpFileName);
+
 private:
     friend struct ClKivPrivate;  // lets the unit tests reach the private operations
 

@@ -244,6 +244,30 @@ std::vector<Member> BuildTable() {
                                OptRef("BType")),
         Method<&C::BCheck_Code32>("BCheck_Code32", "The Code32 check digit, or -1 for an unusable code.",
                                   ByRef("BCode"), OptRef("BType")),
+
+        // INI settings
+        Method<&C::WritePrivateProfileInt>("WritePrivateProfileInt", "Writes a number (\"0\" for what is not numeric) to an INI file.",
+                                           ByVal("lpAppName"), ByVal("lpKeyName"), ByVal("lpValore"), ByVal("lpFileName")),
+        Method<&C::SAVEPrivateString>("SAVEPrivateString", "Writes a text to an INI file; 0 when it could not.",
+                                      ByVal("lpParagraf"), ByVal("lpKeyName"), ByVal("lpString"), ByVal("lpFileName")),
+        Method<&C::LOADPrivateString>("LOADPrivateString", "Reads a text from an INI file (at most 1023 characters), or lpStd.",
+                                      ByVal("lpParagraf"), ByVal("lpKeyName"), ByVal("lpStd"), ByVal("lpFileName")),
+        Method<&C::SAVEPrivateInt>("SAVEPrivateInt", "Writes a Long to an INI file.", ByVal("lpParagraf"),
+                                   ByVal("lpKeyName"), ByVal("lpNumber"), ByVal("lpFileName")),
+        Method<&C::LOADPrivateInt>("LOADPrivateInt", "Reads a Long from an INI file: lpStdNumber when missing, 0 when not a number.",
+                                   ByVal("lpParagraf"), ByVal("lpKeyName"), ByVal("lpStdNumber"), ByVal("lpFileName")),
+        Method<&C::SAVEPrivateDbl>("SAVEPrivateDbl", "Writes a Double in the locale's text to an INI file.",
+                                   ByVal("lpParagraf"), ByVal("lpKeyName"), ByVal("lpNumber"), ByVal("lpFileName")),
+        Method<&C::LOADPrivateDbl>("LOADPrivateDbl", "Reads a Double from an INI file: lpStdNumber when missing, 0 when not a number.",
+                                   ByVal("lpParagraf"), ByVal("lpKeyName"), ByVal("lpStdNumber"), ByVal("lpFileName")),
+        Method<&C::SAVEPrivateDate>("SAVEPrivateDate", "Writes a valid date text to an INI file; 0 for any other text.",
+                                    ByVal("lpParagraf"), ByVal("lpKeyName"), ByVal("lpDate"), ByVal("lpFileName")),
+        Method<&C::LOADPrivateDate>("LOADPrivateDate", "Reads a date serial from an INI file: lpDate when missing, 0 when not a number.",
+                                    ByVal("lpParagraf"), ByVal("lpKeyName"), ByVal("lpDate"), ByVal("lpFileName")),
+        Method<&C::LOADPrivateChk>("LOADPrivateChk", "Reads a check-box state from an INI file (0 when missing; lpStd is ignored).",
+                                   ByRef("lpParagraf"), ByRef("lpKeyName"), ByRef("lpStd"), ByRef("lpFileName")),
+        Method<&C::SAVEPrivateChk>("SAVEPrivateChk", "Writes a check box's Value to an INI file; returns 0 always.",
+                                   ByRef("lpParagraf"), ByRef("lpKeyName"), ByRef("Chk_"), ByRef("lpFileName")),
     };
 }
 
