@@ -72,8 +72,9 @@ struct Found {
     std::optional<Line> key;
 };
 
+// A reader stops at the key; a writer goes on to the section's end.
 Found Find(std::string_view file, std::string_view section, std::optional<std::string_view> key,
-           const NameMatch& same) {
+           const NameMatch& same, bool stopAtKey = false) {
     Found found;
     for (std::size_t pos = 0; pos < file.size();) {
         const Line line = ReadLine(file, pos);
@@ -83,7 +84,10 @@ Found Find(std::string_view file, std::string_view section, std::optional<std::s
                 return found;
             }
             if (line.kind != Line::Blank) found.afterLastNonBlank = line.next;
-            if (key && !found.key && line.kind == Line::Key && same(line.name, *key)) found.key = line;
+            if (key && !found.key && line.kind == Line::Key && same(line.name, *key)) {
+                found.key = line;
+                if (stopAtKey) return found;
+            }
         } else if (line.kind == Line::Section && same(line.name, section)) {
             found.section = true;
             found.header = line.start;
@@ -115,7 +119,7 @@ bool NameMatch::operator()(std::string_view a, std::string_view b) const {
 
 std::optional<std::string_view> Lookup(std::string_view file, std::string_view section, std::string_view key,
                                        const NameMatch& same) {
-    const Found found = Find(file, TrimBlanks(section), TrimBlanks(key), same);
+    const Found found = Find(file, TrimBlanks(section), TrimBlanks(key), same, true);
     if (!found.key) return std::nullopt;
     std::string_view value = found.key->value;
     if (value.size() >= 2 && (value.front() == '"' || value.front() == '\'') && value.back() == value.front())
