@@ -222,6 +222,25 @@ public:
     Integer BCheck_EAN(const String& BCode, En_EANType BType = EanT_Ean8);
     Integer BCheck_Code32(const String& BCode, En_EANType BType = EanT_Ean8);
 
+    // --- Paths and files (system/paths.cpp, system/files.cpp)
+    String OnlyName(const String& FilFul);
+    String GetExtens(Ref<String> T_Path);
+    String GetFileName(const String& T_Path);
+    String GetFullFileName(Ref<String> T_Path);
+    String GetFileNameOnly(Ref<String> T_Path);
+    String GetPathName(const String& T_Path);
+    String FixBarPth(const String& T_Pth);
+    Boolean FilExist(const String& F, Boolean AncheVuoto = false);
+    String GetStrFile(const Variant& Nf, Ref<Variant> St, const Variant& Nc, Boolean Rev = false);
+    void AppeFile(const String& F1, const String& F2, const String& F_Out, Boolean B_Appe = false);
+    Boolean CreateFolder(const String& Pth);
+    Boolean Is_PathWritable(const String& FullPth);
+    void EsploraCartella(const String& Pth, Boolean Radice = false);
+
+    // --- Diagnostic log (system/log.cpp)
+    void Dbg_Log(const Variant& Txt_Log, Boolean B_First = false, const String& T_File = u"",
+                 Boolean HasFullPath = false);
+
     // --- INI settings (system/ini.cpp)
     Long WritePrivateProfileInt(const String& lpAppName, const String& lpKeyName, const Variant& lpValore,
                                 const String& lpFileName);

@@ -20,6 +20,7 @@ std::string describeError(int number) {
         case kFileAlreadyExists: return "File already exists";
         case kDiskFull: return "Disk full";
         case kInputPastEndOfFile: return "Input past end of file";
+        case kBadRecordNumber: return "Bad record number";
         case kTooManyFiles: return "Too many files";
         case kPermissionDenied: return "Permission denied";
         case kPathFileAccessError: return "Path/File access error";

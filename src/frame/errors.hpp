@@ -23,6 +23,7 @@ enum ErrorNumber : int {
     kFileAlreadyExists = 58,
     kDiskFull = 61,
     kInputPastEndOfFile = 62,
+    kBadRecordNumber = 63,
     kTooManyFiles = 67,
     kPermissionDenied = 70,
     kPathFileAccessError = 75,

@@ -245,6 +245,32 @@ std::vector<Member> BuildTable() {
         Method<&C::BCheck_Code32>("BCheck_Code32", "The Code32 check digit, or -1 for an unusable code.",
                                   ByRef("BCode"), OptRef("BType")),
 
+        // Paths and files
+        Method<&C::OnlyName>("OnlyName", "The file's name without folder and extension.", ByRef("FilFul")),
+        Method<&C::GetExtens>("GetExtens", "The text after the last dot; a final dot is removed from T_Path.",
+                              ByRef("T_Path")),
+        Method<&C::GetFileName>("GetFileName", "The part after the last backslash less its last four characters.",
+                                ByRef("T_Path")),
+        Method<&C::GetFullFileName>("GetFullFileName", "GetFileName, a dot and GetExtens.", ByRef("T_Path")),
+        Method<&C::GetFileNameOnly>("GetFileNameOnly", "The file's name without its extension.", ByRef("T_Path")),
+        Method<&C::GetPathName>("GetPathName", "The folder with its final backslash, or \"\".", ByRef("T_Path")),
+        Method<&C::FixBarPth>("FixBarPth", "Adds a final backslash to a path that lacks one.", ByRef("T_Pth")),
+        Method<&C::FilExist>("FilExist", "Whether a normal file matches F (an empty one too unless AncheVuoto).",
+                             ByVal("F"), OptRef("AncheVuoto", kFalse)),
+        Method<&C::GetStrFile>("GetStrFile", "Nc bytes of binary file Nf from St (reversed with Rev); St moves on.",
+                               ByRef("Nf"), ByRef("St"), ByRef("Nc"), OptRef("Rev", kFalse)),
+        Method<&C::AppeFile>("AppeFile", "Joins F1 and F2 line by line into F_Out; closes every open file.",
+                             ByRef("F1"), ByRef("F2"), ByRef("F_Out"), OptRef("B_Appe", kFalse)),
+        Method<&C::CreateFolder>("CreateFolder", "Makes one folder level; always True.", ByRef("Pth")),
+        Method<&C::Is_PathWritable>("Is_PathWritable", "Whether a file can be made in the folder.", ByRef("FullPth")),
+        Method<&C::EsploraCartella>("EsploraCartella", "Opens the folder in the system's file browser.", ByRef("Pth"),
+                                    OptRef("Radice", kFalse)),
+
+        // Diagnostic log
+        Method<&C::Dbg_Log>("Dbg_Log", "Appends a line (a leading § stamps it) to a log file; never fails.",
+                            ByRef("Txt_Log"), OptRef("B_First", kFalse), OptRef("T_File", kNoText),
+                            OptRef("HasFullPath", kFalse)),
+
         // INI settings
         Method<&C::WritePrivateProfileInt>("WritePrivateProfileInt", "Writes a number (\"0\" when not numeric).",
                                            ByVal("lpAppName"), ByVal("lpKeyName"), ByVal("lpValore"),

@@ -34,12 +34,14 @@ PlatformSettings PlatformSettings::fromEnvironment() {
         const std::string folder = environment((std::string("KIV_DRIVE_") + letter).c_str());
         if (!folder.empty()) s.drives[letter] = folder;
     }
-    if (!s.drives.contains('C')) s.drives['C'] = dataFolder() + "/drive-c";
+    if (!s.drives.contains('C')) s.drives['C'] = defaultDriveC();
     s.registryFolder = environment("KIV_REGISTRY");
     if (s.registryFolder.empty()) s.registryFolder = dataFolder() + "/registry";
     s.utf8Files = !environment("KIV_TEXT_UTF8").empty() && environment("KIV_TEXT_UTF8") != "0";
     return s;
 }
+
+std::string PlatformSettings::defaultDriveC() { return dataFolder() + "/drive-c"; }
 
 Platform& platform() {
     std::shared_ptr<Platform>& p = installed();

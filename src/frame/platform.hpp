@@ -36,6 +36,9 @@ struct PlatformSettings {
     // KIV_DRIVE_<L>, KIV_REGISTRY, KIV_TEXT_UTF8, else folders under
     // $XDG_DATA_HOME/kiv (or ~/.local/share/kiv).
     static PlatformSettings fromEnvironment();
+    // The folder that stands for C: when nothing else is configured; made on
+    // first use, with an empty Windows folder in it.
+    static std::string defaultDriveC();
 };
 
 class Platform {

@@ -7,6 +7,7 @@
 #include "frame/col_kiv.hpp"
 #include "frame/convert.hpp"
 #include "frame/errors.hpp"
+#include "frame/platform.hpp"
 #include "frame/runtime.hpp"
 #include "frame/strings.hpp"
 #include "interpreter.hpp"
@@ -124,6 +125,22 @@ const std::vector<Builtin> kBuiltins = {
      [](const Args&) { return Variant(NowDateTime()); }},
     {"TodayDate", 0, 0, "TodayDate()", "The present date (pinned by --now).",
      [](const Args&) { return Variant(TodayDate()); }},
+    // The host's files (the table the component shares).
+    {"FreeFile", 0, 0, "FreeFile()", "The lowest free file number (Integer).",
+     [](const Args&) { return Variant(platform().fileTable().freeNumber()); }},
+    {"EOF", 1, 1, "EOF(n)", "Whether file n is at its end.",
+     [](const Args& a) { return Variant(platform().fileTable().atEnd(Whole(a[0]))); }},
+    {"LOF", 1, 1, "LOF(n)", "The length of open file n in bytes.",
+     [](const Args& a) { return Variant(platform().fileTable().length(Whole(a[0]))); }},
+    {"FileLen", 1, 1, "FileLen(path)", "The length of a file in bytes.",
+     [](const Args& a) { return Variant(platform().files().fileLength(Text(a[0]))); }},
+    {"Dir", 1, 1, "Dir(pattern)", "The name of the first normal file matching a pattern with * and ?, or \"\".",
+     [](const Args& a) { return Variant(platform().files().firstMatch(Text(a[0]), false)); }},
+    {"ReadText", 1, 1, "ReadText(path)", "The whole file as text, one character per byte in the files' code page.",
+     [](const Args& a) {
+         FileSystem& files = platform().files();
+         return Variant(files.decodeText(files.readFile(Text(a[0]))));
+     }},
 };
 
 }  // namespace

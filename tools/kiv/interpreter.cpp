@@ -74,6 +74,10 @@ void Interpreter::run(const Statement& s) {
             if (s.value->kind == Expr::Kind::Name) call(s.value->name, {}, false);
             else evaluate(*s.value);
             return;
+        case Statement::Kind::FileOpen: case Statement::Kind::FileClose: case Statement::Kind::FilePrint:
+        case Statement::Kind::LineInput: case Statement::Kind::FileCommand: case Statement::Kind::WriteText:
+            fileStatement(s);
+            return;
     }
 }
 

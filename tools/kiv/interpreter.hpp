@@ -45,6 +45,7 @@ private:
     void run(const Statement& s);
     void assign(const Expr& target, Variant value, bool setRef);
     void dim(const Statement& s);
+    void fileStatement(const Statement& s);  // file_statements.cpp
 
     Variant call(const std::string& name, const std::vector<Argument>& args, bool parens);
     Variant invoke(const Object& object, const std::string& member, InvokeKind kind,

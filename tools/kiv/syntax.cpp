@@ -50,7 +50,7 @@ private:
         if (c == '&' && (peek(1) == 'H' || peek(1) == 'h') && IsHexDigit(peek(2))) return radix(IsHexDigit);
         if (c == '&' && (peek(1) == 'O' || peek(1) == 'o') && IsOctDigit(peek(2))) return radix(IsOctDigit);
         if (c == '"') return text();
-        if (c == '#') return date();
+        if (c == '#' && isDateLiteral()) return date();
         if (IsAlpha(c) || c == '_') {
             const std::size_t start = i_;
             while (IsNameChar(peek())) ++i_;
@@ -60,11 +60,23 @@ private:
             i_ += 2;
             return {Token::Kind::Symbol, ":=", {}, {}};
         }
-        if (std::string_view("?=(),.&-").find(c) != std::string_view::npos) {
+        if (std::string_view("?=(),.&-;#").find(c) != std::string_view::npos) {
             ++i_;
             return {Token::Kind::Symbol, std::string(1, c), {}, {}};
         }
         throw ParseError("unexpected character '" + std::string(1, c) + "'");
+    }
+
+    // "#" opens a date when a digit follows and the text up to the next "#"
+    // is made of date characters with a "-" or ":"; otherwise it marks a
+    // file number ("#1", "#f").
+    bool isDateLiteral() const {
+        if (!IsDigit(peek(1))) return false;
+        const std::size_t close = s_.find('#', i_ + 1);
+        if (close == std::string_view::npos) return false;
+        const std::string_view body = s_.substr(i_ + 1, close - i_ - 1);
+        return body.find_first_not_of("0123456789-: ") == std::string_view::npos &&
+               body.find_first_of("-:") != std::string_view::npos;
     }
 
     Token number() {
@@ -185,6 +197,8 @@ public:
         } else if (keyword("let")) {
             s.kind = Statement::Kind::Assign;
             assignment(s, postfix());
+        } else if (isFileStatement()) {
+            fileStatement(s);
         } else if (keyword("call")) {
             s.value = expression();
             s.explicitCall = true;
@@ -234,6 +248,66 @@ private:
             case Token::Kind::Symbol: return "'" + t.text + "'";
         }
         return "?";
+    }
+
+    // A file statement's keyword, unless the line assigns to a variable of that name.
+    bool isFileStatement() const {
+        if (!at(Token::Kind::Name)) return false;
+        const Token& after = t_[i_ + 1];
+        if (after.kind == Token::Kind::Symbol && after.text == "=") return false;
+        const std::string k = Lower(cur().text);
+        if (k == "line") return after.kind == Token::Kind::Name && Lower(after.text) == "input";
+        return k == "open" || k == "close" || k == "print" || k == "kill" || k == "mkdir" || k == "rmdir" ||
+               k == "writetext";
+    }
+
+    void fileStatement(Statement& s) {
+        const std::string k = Lower(name());
+        if (k == "open") {
+            s.kind = Statement::Kind::FileOpen;
+            s.operands.push_back(expression());
+            if (!keyword("for")) throw ParseError("Open needs For Input, Output, Append or Binary");
+            s.name = Lower(name());
+            if (s.name != "input" && s.name != "output" && s.name != "append" && s.name != "binary")
+                throw ParseError("Open knows For Input, Output, Append and Binary");
+            if (!keyword("as")) throw ParseError("Open needs As #number");
+            s.operands.push_back(fileNumber());
+        } else if (k == "close") {
+            s.kind = Statement::Kind::FileClose;
+            if (!at(Token::Kind::End)) {
+                do s.operands.push_back(fileNumber());
+                while (symbol(","));
+            }
+        } else if (k == "print") {
+            s.kind = Statement::Kind::FilePrint;
+            s.operands.push_back(fileNumber());
+            expect(",");
+            if (!at(Token::Kind::End) && !isSymbol(";")) s.value = expression();
+            s.noLineEnd = symbol(";");
+        } else if (k == "line") {
+            name();  // Input
+            s.kind = Statement::Kind::LineInput;
+            s.operands.push_back(fileNumber());
+            expect(",");
+            ExprPtr target = postfix();
+            if (target->kind != Expr::Kind::Name && target->kind != Expr::Kind::Call)
+                throw ParseError("Line Input needs a variable");
+            s.target = std::move(target);
+        } else if (k == "writetext") {
+            s.kind = Statement::Kind::WriteText;
+            s.operands.push_back(expression());
+            expect(",");
+            s.operands.push_back(expression());
+        } else {
+            s.kind = Statement::Kind::FileCommand;
+            s.name = k;
+            s.operands.push_back(expression());
+        }
+    }
+
+    ExprPtr fileNumber() {
+        symbol("#");
+        return expression();
     }
 
     void assignment(Statement& s, ExprPtr target) {

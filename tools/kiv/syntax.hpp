@@ -70,6 +70,13 @@ struct Statement {
         SetRef,    // Set target = value
         Dim,       // Dim name[(bounds)] [As String]
         Evaluate,  // value alone on the line
+        // The host's file statements; operands in the order written.
+        FileOpen,     // Open path For <name> As #number
+        FileClose,    // Close [#n[, #m...]]
+        FilePrint,    // Print #number, [value][;]
+        LineInput,    // Line Input #number, target
+        FileCommand,  // Kill / MkDir / RmDir path (name: the command, lower case)
+        WriteText,    // WriteText path, text
     };
     Kind kind = Kind::Evaluate;
     ExprPtr target;
@@ -79,6 +86,8 @@ struct Statement {
     bool isArray = false;
     bool ofStrings = false;
     bool explicitCall = false;  // written with the Call keyword
+    std::vector<ExprPtr> operands;  // file statements
+    bool noLineEnd = false;         // Print ending in ";"
 };
 
 // Parses one line. Returns nothing for a blank or comment-only line.

@@ -1,15 +1,79 @@
 // The host on POSIX: the system clock, messages written to the standard
 // error stream, the terminal bell.
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
+#include <filesystem>
+#include <string>
+#include <vector>
 
+#include "frame/errors.hpp"
+#include "frame/platform.hpp"
 #include "frame/runtime.hpp"
 #include "frame/strings.hpp"
 #include "system/posix/posix_platform.hpp"
 
 namespace kiv {
 namespace {
+
+// The program of this name on PATH, or "" when there is none.
+std::string onPath(const std::string& name) {
+    const char* path = std::getenv("PATH");
+    std::string dirs = path != nullptr ? path : "";
+    for (std::size_t start = 0; start <= dirs.size();) {
+        std::size_t end = dirs.find(':', start);
+        if (end == std::string::npos) end = dirs.size();
+        const std::string candidate = dirs.substr(start, end - start) + "/" + name;
+        if (end > start && ::access(candidate.c_str(), X_OK) == 0) return candidate;
+        start = end + 1;
+    }
+    return "";
+}
+
+// Starts ARGV detached (no shell, no wait for it): a child that forks the
+// program and leaves at once, so nothing is left to reap.
+bool spawn(const std::vector<std::string>& argv) {
+    std::vector<char*> args;
+    for (const std::string& a : argv) args.push_back(const_cast<char*>(a.c_str()));
+    args.push_back(nullptr);
+    const pid_t child = ::fork();
+    if (child < 0) return false;
+    if (child == 0) {
+        ::setsid();
+        const pid_t program = ::fork();
+        if (program == 0) {
+            ::execv(args[0], args.data());
+            ::_exit(127);
+        }
+        ::_exit(program < 0 ? 1 : 0);
+    }
+    int status = 0;
+    while (::waitpid(child, &status, 0) < 0 && errno == EINTR) {}
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+// "EXPLORER [/e, /root, ] path": the folder, mapped, for the desktop's file
+// browser; any other command line has no program here.
+bool startExplorer(const String& commandLine) {
+    const String word = u"EXPLORER ";
+    if (commandLine.size() < word.size() || !CaseBlindEqual(commandLine.substr(0, word.size()), word)) return false;
+    String rest = commandLine.substr(word.size());
+    const String root = u"/e, /root, ";
+    if (rest.compare(0, root.size(), root) == 0) rest = rest.substr(root.size());
+    rest = Trim(rest);
+    if (rest.empty()) return false;
+    const std::string opener = onPath("xdg-open");
+    if (opener.empty()) return false;
+    try {
+        return spawn({opener, platform().files().nativePath(rest).string()});
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
 
 class PosixHost final : public Host {
 public:
@@ -32,8 +96,7 @@ public:
         return Date{day.serial + time.serial};
     }
     String applicationName() override { return app_; }
-    // Programs and documents: filled in with the files' path mapping.
-    bool startProgram(const String&) override { return false; }
+    bool startProgram(const String& commandLine) override { return startExplorer(commandLine); }
     bool openDocument(const String&) override { return false; }
 
 private:
