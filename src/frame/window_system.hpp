@@ -1,5 +1,5 @@
 // The window seam: the few calls into the window system that the form
-// helpers make, and the screen's scale.
+// helpers make, and the screen's scale. Handles are Longs, as hosts hold them.
 #pragma once
 
 #include "frame/value.hpp"
@@ -9,6 +9,21 @@ namespace kiv {
 class WindowSystem {
 public:
     virtual ~WindowSystem() = default;
+
+    // Twips per pixel of the screen, horizontally and vertically (15 at 96 dpi).
+    virtual Double twipsPerPixelX() = 0;
+    virtual Double twipsPerPixelY() = 0;
+
+    // Places a window in the z-order (after -1: top-most, -2: not top-most)
+    // and moves and sizes it; false when the window system refused.
+    virtual bool setWindowPos(Long hWnd, Long after, Long x, Long y, Long cx, Long cy, Long flags) = 0;
+    virtual bool killTimer(Long hWnd, Long idEvent) = 0;
+    // A top-level window of that class and title; 0 when there is none.
+    virtual Long findWindow(const String& className, const String& title) = 0;
+    virtual bool setForegroundWindow(Long hWnd) = 0;
+    // Types keys (in the host's key notation, "{enter}") into the active
+    // window without waiting for them to be processed.
+    virtual void sendKeys(const String& keys) = 0;
 };
 
 }  // namespace kiv

@@ -2,14 +2,15 @@
 // names, so they can be tried directly, and a few runtime text functions.
 #include <memory>
 
-#include "frame/cl_kiv.hpp"
 #include "frame/code_page.hpp"
-#include "frame/col_kiv.hpp"
 #include "frame/convert.hpp"
+#include "frame/dispatch.hpp"
 #include "frame/errors.hpp"
 #include "frame/platform.hpp"
 #include "frame/runtime.hpp"
 #include "frame/strings.hpp"
+#include "driver_host.hpp"
+#include "host_objects.hpp"
 #include "interpreter.hpp"
 
 namespace kiv::script {
@@ -77,10 +78,18 @@ Variant Len(const Args& a) {
 }
 
 Variant CreateObject(const Args& a) {
-    const std::string progid = Lower(ToUtf8(Text(a[0])));
-    if (progid == "dllkiv.cl_kiv") return Variant(Object(std::make_shared<Cl_KIV>()));
-    if (progid == "dllkiv.col_kiv") return Variant(Object(std::make_shared<Col_KIV>()));
-    raise(kCannotCreateObject);
+    const ClassInfo* c = FindCreatable(ToUtf8(Text(a[0])));
+    if (c == nullptr) raise(kCannotCreateObject);
+    return Variant(c->create());
+}
+
+Variant HostObjectOf(const Args& a) { return Variant(MakeHostObject(Text(a[0]))); }
+
+// Only the driver's window system can make windows.
+Variant HostWindow(const Args& a) {
+    auto* windows = dynamic_cast<DriverWindowSystem*>(&platform().windows());
+    if (windows == nullptr) raise(kCannotCreateObject);
+    return Variant(windows->makeWindow(Text(a[0]), Text(a[1])));
 }
 
 int Decimals(const Args& a) { return a.size() > 1 && !a[1].isMissing() ? Whole(a[1]) : 0; }
@@ -93,6 +102,11 @@ const std::vector<Builtin> kBuiltins = {
      StringOfChar},
     {"Len", 1, 1, "Len(s)", "The length of the text of s, as a Long; Null for Null.", Len},
     {"CreateObject", 1, 1, "CreateObject(progid)", "A new object: \"DLLKiv.Cl_KIV\" or \"DLLKiv.Col_KIV\".", CreateObject},
+    {"HostObject", 1, 1, "HostObject(typeName)",
+     "A host form or control: properties made by assignment; \"ListBox\" and \"ComboBox\" are list controls.",
+     HostObjectOf},
+    {"HostWindow", 2, 2, "HostWindow(class, title)", "Makes a top-level window that FindWindow finds; its handle.",
+     HostWindow},
     {"ValPrefix", 1, 1, "ValPrefix(text)", "The leading number of a text, \".\" as decimal point.",
      [](const Args& a) { return Variant(ValPrefix(Text(a[0]))); }},
     {"ToDoubleLocale", 1, 1, "ToDoubleLocale(value)", "A number under the locale (\"1.234,5\").",

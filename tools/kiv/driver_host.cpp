@@ -65,3 +65,44 @@ Date DateOfParts(const DateParts& p) {
 }
 
 }  // namespace kiv::script
+
+namespace kiv::script {
+namespace {
+
+std::string Number(Long n) { return std::to_string(n); }
+
+}  // namespace
+
+bool DriverWindowSystem::setWindowPos(Long hWnd, Long after, Long x, Long y, Long cx, Long cy, Long flags) {
+    out_.line("Window SetWindowPos " + Number(hWnd) + " " + Number(after) + " " + Number(x) + " " + Number(y) + " " +
+              Number(cx) + " " + Number(cy) + " " + Number(flags));
+    return true;
+}
+
+bool DriverWindowSystem::killTimer(Long hWnd, Long idEvent) {
+    out_.line("Window KillTimer " + Number(hWnd) + " " + Number(idEvent));
+    return true;
+}
+
+// Class and title compare case-blind, as the window system's search does.
+Long DriverWindowSystem::findWindow(const String& className, const String& title) {
+    out_.line("Window FindWindow " + QuotedText(className) + " " + QuotedText(title));
+    for (const Window& w : windows_)
+        if (CaseBlindEqual(w.className, className) && CaseBlindEqual(w.title, title)) return w.handle;
+    return 0;
+}
+
+bool DriverWindowSystem::setForegroundWindow(Long hWnd) {
+    out_.line("Window SetForegroundWindow " + Number(hWnd));
+    return true;
+}
+
+void DriverWindowSystem::sendKeys(const String& keys) { out_.line("Window SendKeys " + QuotedText(keys)); }
+
+Long DriverWindowSystem::makeWindow(const String& className, const String& title) {
+    const Long handle = 4096 + static_cast<Long>(windows_.size());
+    windows_.push_back({className, title, handle});
+    return handle;
+}
+
+}  // namespace kiv::script

@@ -311,8 +311,9 @@ private:
     }
 
     void assignment(Statement& s, ExprPtr target) {
+        // A member with arguments is an indexed property: `l.ItemData(0) = 5`.
         const bool assignable = target->kind == Expr::Kind::Name || target->kind == Expr::Kind::Call ||
-                                (target->kind == Expr::Kind::Member && !target->parens);
+                                target->kind == Expr::Kind::Member;
         if (!assignable) throw ParseError("cannot assign to this");
         expect("=");
         s.target = std::move(target);

@@ -3,8 +3,18 @@
 namespace kiv {
 namespace {
 
-// Nothing yet: the operations that need this seam fill it in.
-class PosixWindowSystem final : public WindowSystem {};
+// No window system here: every call is a no-op that finds nothing, and the
+// screen is taken at 96 dpi.
+class PosixWindowSystem final : public WindowSystem {
+public:
+    Double twipsPerPixelX() override { return 15.0; }
+    Double twipsPerPixelY() override { return 15.0; }
+    bool setWindowPos(Long, Long, Long, Long, Long, Long, Long) override { return false; }
+    bool killTimer(Long, Long) override { return false; }
+    Long findWindow(const String&, const String&) override { return 0; }
+    bool setForegroundWindow(Long) override { return false; }
+    void sendKeys(const String&) override {}
+};
 
 }  // namespace
 

@@ -1,0 +1,15 @@
+// Members of the host's forms and controls, reached by name as the host
+// publishes them: a missing member is the host's error 438, a control that
+// is Nothing is error 91.
+#pragma once
+
+#include <string_view>
+
+#include "frame/dispatchable.hpp"
+
+namespace kiv {
+
+// The value of a property (or of a member called without arguments).
+Variant GetMember(const Object& object, std::string_view name);
+
+}  // namespace kiv
