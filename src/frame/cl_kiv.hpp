@@ -284,6 +284,27 @@ public:
     void Dbg_Log(const Variant& Txt_Log, Boolean B_First = false, const String& T_File = u"",
                  Boolean HasFullPath = false);
 
+    // --- INI settings (system/ini.cpp)
+    Long WritePrivateProfileInt(const String& lpAppName, const String& lpKeyName, const Variant& lpValore,
+                                const String& lpFileName);
+    Long SAVEPrivateString(const String& lpParagraf, const String& lpKeyName, const String& lpString,
+                           const String& lpFileName);
+    String LOADPrivateString(const String& lpParagraf, const String& lpKeyName, const String& lpStd,
+                             const String& lpFileName);
+    Long SAVEPrivateInt(const String& lpParagraf, const String& lpKeyName, Long lpNumber, const String& lpFileName);
+    Long LOADPrivateInt(const String& lpParagraf, const String& lpKeyName, Long lpStdNumber,
+                        const String& lpFileName);
+    Long SAVEPrivateDbl(const String& lpParagraf, const String& lpKeyName, Double lpNumber, const String& lpFileName);
+    Double LOADPrivateDbl(const String& lpParagraf, const String& lpKeyName, Double lpStdNumber,
+                          const String& lpFileName);
+    Long SAVEPrivateDate(const String& lpParagraf, const String& lpKeyName, const String& lpDate,
+                         const String& lpFileName);
+    Double LOADPrivateDate(const String& lpParagraf, const String& lpKeyName, Double lpDate,
+                           const String& lpFileName);
+    Long LOADPrivateChk(const String& lpParagraf, const String& lpKeyName, Long lpStd, const String& lpFileName);
+    Long SAVEPrivateChk(const String& lpParagraf, const String& lpKeyName, const Object& Chk_,
+                        const String& lpFileName);
+
     // --- Registry access (system/registry.cpp)
     Boolean RegOpenKey(Long KeyRoot, const String& KeyName, Ref<Long> phkResult);
     Boolean RegCreateKey(Long hKey, const String& lpszSubKeyPermanent, const String& lpszSubKeyRemovable,
