@@ -20,6 +20,12 @@ install(TARGETS kivcore kiv_shared EXPORT kivTargets
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
         RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+# A stripped install (the .deb) strips the static library's debug
+# information too, which install/strip leaves: it is most of its size.
+install(CODE "if(CMAKE_INSTALL_DO_STRIP)
+  execute_process(COMMAND \"${CMAKE_STRIP}\" --strip-debug
+    \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}/$<TARGET_FILE_NAME:kivcore>\")
+endif()")
 set(KIV_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/kiv)
 install(EXPORT kivTargets NAMESPACE kiv:: DESTINATION ${KIV_CMAKE_DIR})
 
