@@ -42,10 +42,7 @@ std::string DefaultText(const Variant& v) {
         while (t.size() > 1 && t.back() == '0' && t[t.size() - 2] != '.') t.pop_back();
         return t;
     }
-    // Appended rather than "#" + text: GCC 12 warns falsely (-Wrestrict) on
-    // the inlined insert at the front in a Release build.
-    if (const Date* d = v.as<Date>())
-        return d->serial == 0 ? "#00:00:00#" : std::string("#").append(std::to_string(d->serial)).append("#");
+    if (const Date* d = v.as<Date>()) return d->serial == 0 ? "#00:00:00#" : "#" + std::to_string(d->serial) + "#";
     return "";
 }
 
