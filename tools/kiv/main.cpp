@@ -49,6 +49,7 @@ void Usage(std::FILE* to) {
         "  --pin NAME=VALUE              pin a fact of the host or machine: app, winver, winbit,\n"
         "                                pcname, username, ip\n"
         "  --help                        this text\n"
+        "  --version                     the version of kiv\n"
         "\n"
         "exit status: 0 when the run completed, 1 when `check` found failing cases\n"
         "or `help` an unknown name, 2 for a line that cannot be parsed or a bad command line.\n",
@@ -256,6 +257,8 @@ bool ParseOptions(const std::vector<std::string>& args, CommandLine& cl) {
             cl.settings.pins[Lower(value->substr(0, eq))] = value->substr(eq + 1);
         } else if (opt == "--help" && !value) {
             cl.words.insert(cl.words.begin(), "--help");
+        } else if (opt == "--version" && !value) {
+            cl.words.insert(cl.words.begin(), "--version");
         } else {
             std::fprintf(stderr, "kiv: unknown option %s\n", opt.c_str());
             return false;
@@ -271,6 +274,10 @@ int main(int argc, char** argv) {
     if (!ParseOptions(std::vector<std::string>(argv + 1, argv + argc), cl)) {
         Usage(stderr);
         return kParseFailure;
+    }
+    if (!cl.words.empty() && cl.words[0] == "--version") {
+        std::puts("kiv " KIV_VERSION);
+        return 0;
     }
     if (!cl.words.empty() && cl.words[0] == "--help") {
         Usage(stdout);
