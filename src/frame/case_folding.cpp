@@ -1,7 +1,6 @@
 // Letter case ignored by Unicode's simple case folding, the same on every
 // machine whatever locales it has installed.
-#include <unicode/uchar.h>
-
+#include "frame/case_tables.hpp"
 #include "frame/errors.hpp"
 #include "frame/runtime.hpp"
 
@@ -9,8 +8,7 @@ namespace kiv {
 
 char16_t FoldCase(char16_t c) {
     if (c < 0x80) return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 32) : c;
-    // Surrogates fold to themselves; every BMP letter folds within the BMP.
-    return static_cast<char16_t>(u_foldCase(c, U_FOLD_CASE_DEFAULT));
+    return SimpleFold(c);
 }
 
 int CaseBlindCompare(const String& a, const String& b) {

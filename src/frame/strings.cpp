@@ -1,7 +1,6 @@
 #include "frame/strings.hpp"
 
-#include <unicode/uchar.h>
-
+#include "frame/case_tables.hpp"
 #include "frame/errors.hpp"
 
 namespace kiv {
@@ -52,13 +51,13 @@ String StringOf(Long n, char16_t c) {
 
 String UCase(const String& s) {
     String out = s;
-    for (char16_t& c : out) c = static_cast<char16_t>(u_toupper(c));
+    for (char16_t& c : out) c = SimpleUpper(c);
     return out;
 }
 
 String LCase(const String& s) {
     String out = s;
-    for (char16_t& c : out) c = static_cast<char16_t>(u_tolower(c));
+    for (char16_t& c : out) c = SimpleLower(c);
     return out;
 }
 
