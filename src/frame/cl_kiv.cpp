@@ -21,12 +21,6 @@ const String& Cl_KIV::Nibble(int index) const {
     return nibbles_[index];
 }
 
-Variant Cl_KIV::invoke(std::string_view member, InvokeKind kind, Arguments& args) {
-    const Member* m = FindMember(member);
-    if (m == nullptr) raise(kNotSupported);
-    return Invoke(*this, *m, kind, args);
-}
-
 String Cl_KIV::StripNuls(const Variant& Text) {
     const String t = ToText(Text);
     String out;

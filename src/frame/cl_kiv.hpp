@@ -18,40 +18,43 @@
 
 namespace kiv {
 
-enum En_SysDir : Long {
-    SD_Windows = 0, SD_Prog = 1, SD_Temp = 2, SD_Sys32 = 3, SD_Doc = 4,
-    SD_Desk = 5, SD_Fonts = 6, SD_CommFiles = 7, SD_CommStartup = 8, SD_UserStartup = 9,
-};
-enum EnCF_Result : Long { CF_IsOK = 0, CF_Num = 1, CF_Short = 2, CF_Long = 3, CF_Bad = 90, CF_Null = 99 };
-enum EnPI_Result : Long {
-    PI_IsOK = 0, PI_Alfa = 1, PI_Short = 2, PI_Long = 3, PI_IsCF = 4, PI_Estera = 5, PI_Bad = 90, PI_Null = 99,
-};
-enum En_EANType : Long { EanT_Ean8 = 0, EanT_Ean13 = 1 };
-enum ZRReg_Enum : Long { ZRReg_Numeric = 0, ZRReg_String = 1 };
+// The enumerations and the record of the interface. Each is one list, from
+// which both the C++ declaration here and its published description
+// (interface_table.cpp) are made.
+#define KIV_EN_SYSDIR(X)                                                                                    \
+    X(SD_Windows, 0) X(SD_Prog, 1) X(SD_Temp, 2) X(SD_Sys32, 3) X(SD_Doc, 4) X(SD_Desk, 5) X(SD_Fonts, 6) \
+    X(SD_CommFiles, 7) X(SD_CommStartup, 8) X(SD_UserStartup, 9)
+#define KIV_ENCF_RESULT(X) X(CF_IsOK, 0) X(CF_Num, 1) X(CF_Short, 2) X(CF_Long, 3) X(CF_Bad, 90) X(CF_Null, 99)
+#define KIV_ENPI_RESULT(X)                                                                                  \
+    X(PI_IsOK, 0) X(PI_Alfa, 1) X(PI_Short, 2) X(PI_Long, 3) X(PI_IsCF, 4) X(PI_Estera, 5) X(PI_Bad, 90)   \
+    X(PI_Null, 99)
+#define KIV_EN_EANTYPE(X) X(EanT_Ean8, 0) X(EanT_Ean13, 1)
+#define KIV_ZRREG_ENUM(X) X(ZRReg_Numeric, 0) X(ZRReg_String, 1)
+#define KIV_ENUMERATOR(name, value) name = value,
+
+enum En_SysDir : Long { KIV_EN_SYSDIR(KIV_ENUMERATOR) };
+enum EnCF_Result : Long { KIV_ENCF_RESULT(KIV_ENUMERATOR) };
+enum EnPI_Result : Long { KIV_ENPI_RESULT(KIV_ENUMERATOR) };
+enum En_EANType : Long { KIV_EN_EANTYPE(KIV_ENUMERATOR) };
+enum ZRReg_Enum : Long { KIV_ZRREG_ENUM(KIV_ENUMERATOR) };
 
 // A printer description, declared for hosts; no operation takes or returns it.
+#define KIV_PRTSTRU(X)                                                                                     \
+    X(String, Nom) X(String, Drv) X(String, Dev) X(Integer, Len) X(Integer, Lar) X(Integer, Land)          \
+    X(Integer, Top) X(Integer, Bot) X(String, Cha) X(String, Act) X(String, Por) X(String, CNo)            \
+    X(Single, DNo) X(Integer, PNo) X(String, CCp) X(Single, DCp) X(Integer, PCp) X(String, CSCp)           \
+    X(Single, DSCp) X(Integer, PSCp) X(Integer, Color) X(String, Filler)
+#define KIV_FIELD(type, name) type name{};
 struct PrtStru {
-    String Nom, Drv, Dev;
-    Integer Len = 0, Lar = 0, Land = 0, Top = 0, Bot = 0;
-    String Cha, Act, Por, CNo;
-    Single DNo = 0;
-    Integer PNo = 0;
-    String CCp;
-    Single DCp = 0;
-    Integer PCp = 0;
-    String CSCp;
-    Single DSCp = 0;
-    Integer PSCp = 0;
-    Integer Color = 0;
-    String Filler;
+    KIV_PRTSTRU(KIV_FIELD)
 };
 
 class Cl_KIV : public Dispatchable {
 public:
     Cl_KIV();
 
-    std::string typeName() const override { return "Cl_KIV"; }
-    Variant invoke(std::string_view member, InvokeKind kind, Arguments& args) override;
+    // Its members as published (interface_table.cpp); calls by name go through them.
+    const ClassInfo* description() const override;
 
     // Object slots for the host's mask controls; no operation reads them.
     Object DlK_TimMask;

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "frame/convert.hpp"
+#include "frame/dispatch.hpp"
 #include "frame/errors.hpp"
 #include "frame/runtime.hpp"
 #include "frame/strings.hpp"
@@ -48,47 +49,27 @@ Array Col_KIV::NewEnum() const {
     return all;
 }
 
-Variant Col_KIV::invoke(std::string_view member, InvokeKind, Arguments& args) {
-    // Five members: bound by hand, positional or by name.
-    const auto arg = [&](std::size_t i, const char* name) -> const Variant* {
-        if (i < args.positional.size() && !args.positional[i]->isMissing()) return args.positional[i];
-        for (auto& [n, v] : args.named)
-            if (CaseBlindEqual(FromUtf8(n), FromUtf8(name)) && !v->isMissing()) return v;
-        return nullptr;
-    };
-    const auto required = [&](std::size_t i, const char* name) -> const Variant& {
-        const Variant* v = arg(i, name);
-        if (v == nullptr) raise(kArgumentNotOptional);
-        return *v;
-    };
-    const auto arity = [&](std::size_t most) {
-        if (args.positional.size() + args.named.size() > most) raise(kWrongArgumentCount);
-    };
-    const String name = FromUtf8(member);
-    if (CaseBlindEqual(name, u"Add")) {
-        arity(2);
-        const Variant* key = arg(1, "sKey");
-        if (key != nullptr && key->isNull()) raise(kTypeMismatch);
-        return Variant(Add(required(0, "DlK_DatMask"), key ? ToText(*key) : String()));
-    }
-    if (CaseBlindEqual(name, u"Item")) {
-        arity(1);
-        return Variant(Item(required(0, "vntIndexKey")));
-    }
-    if (CaseBlindEqual(name, u"Count")) {
-        arity(0);
-        return Variant(Count());
-    }
-    if (CaseBlindEqual(name, u"Remove")) {
-        arity(1);
-        Remove(required(0, "vntIndexKey"));
-        return Variant();
-    }
-    if (CaseBlindEqual(name, u"NewEnum")) {
-        arity(0);
-        return Variant(NewEnum());
-    }
-    raise(kNotSupported);
+const ClassInfo& ColKivClass() {
+    using C = Col_KIV;
+    static const ClassInfo info(
+        "Col_KIV", "DLLKiv.Col_KIV", [] { return Object(std::make_shared<Col_KIV>()); },
+        {
+            Method<&C::Add>("Add", "A new Cl_KIV holding DlK_DatMask, added under sKey unless it is \"\".",
+                            ByRef("DlK_DatMask"), OptRef("sKey", Variant(u""))),
+            Method<&C::Item>("Item", "The item at a position 1..Count or under a key (letter case ignored).",
+                             ByRef("vntIndexKey"))
+                .asPropertyGet()
+                .withId(kDefaultMemberId),
+            Method<&C::Count>("Count", "The number of items.").asPropertyGet(),
+            Method<&C::Remove>("Remove", "Removes the item at a position or under a key.", ByRef("vntIndexKey")),
+            Method<&C::NewEnum>("NewEnum", "The items in order, for a for-each loop.")
+                .asPropertyGet()
+                .withId(kEnumeratorId)
+                .asHidden(),
+        });
+    return info;
 }
+
+const ClassInfo* Col_KIV::description() const { return &ColKivClass(); }
 
 }  // namespace kiv

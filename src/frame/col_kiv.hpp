@@ -13,9 +13,8 @@ namespace kiv {
 
 class Col_KIV : public Dispatchable {
 public:
-    std::string typeName() const override { return "Col_KIV"; }
     // Members: Add, Item (the default member), Count, Remove, NewEnum.
-    Variant invoke(std::string_view member, InvokeKind kind, Arguments& args) override;
+    const ClassInfo* description() const override;
 
     // A new Cl_KIV holding DlK_DatMask, added under sKey when it is not "".
     Object Add(const Variant& DlK_DatMask, const String& sKey = u"");

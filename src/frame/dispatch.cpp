@@ -13,25 +13,18 @@ std::string LowerAscii(std::string_view s) {
     return out;
 }
 
-const std::unordered_map<std::string, const Member*>& Index() {
-    static const auto index = [] {
-        std::unordered_map<std::string, const Member*> map;
-        for (const Member& m : InterfaceMembers()) map.emplace(LowerAscii(m.name), &m);
-        return map;
-    }();
-    return index;
-}
-
-Variant CallProperty(Cl_KIV& object, const Member& member, InvokeKind kind, Arguments& args) {
-    const std::size_t given = args.positional.size() + args.named.size();
+Variant CallProperty(Dispatchable& object, const Member& member, InvokeKind kind, Arguments& args) {
+    const std::size_t given = args.positional.size() + args.named.size() + args.namedById.size();
     if (kind == InvokeKind::PropertyGet || kind == InvokeKind::Method) {
         if (given != 0) raise(kWrongArgumentCount);
-        return Variant(object.*member.slot);
+        return Variant(member.get(object));
     }
     if (given != 1) raise(kWrongArgumentCount);
-    Variant* value = args.positional.empty() ? args.named.front().second : args.positional.front();
+    Variant* value = !args.positional.empty() ? args.positional.front()
+                     : !args.named.empty()    ? args.named.front().second
+                                              : args.namedById.front().second;
     if (!value->isObject()) raise(kObjectRequired);
-    object.*member.slot = *value->as<Object>();
+    member.set(object, *value->as<Object>());
     return Variant();
 }
 
@@ -55,10 +48,86 @@ std::string DefaultText(const Variant& v) {
 
 }  // namespace
 
-const Member* FindMember(std::string_view name) {
-    const auto& index = Index();
+ClassInfo::ClassInfo(std::string className, std::string id, Object (*factory)(), std::vector<Member> list)
+    : name(std::move(className)), progId(std::move(id)), create(factory), members(std::move(list)) {
+    for (const Member& m : members) {
+        if (!byName_.emplace(LowerAscii(m.name), &m).second)
+            throw std::logic_error(name + ": two members named " + m.name);
+        if (!byId_.emplace(m.id, &m).second)
+            throw std::logic_error(name + ": member " + m.name + " has the id of another member");
+        if (m.params.size() > kMaxParams) throw std::logic_error(name + "." + m.name + ": too many parameters");
+    }
+}
+
+const Member* ClassInfo::find(std::string_view memberName) const {
+    auto it = byName_.find(LowerAscii(memberName));
+    return it == byName_.end() ? nullptr : it->second;
+}
+
+const Member* ClassInfo::findById(std::int32_t id) const {
+    auto it = byId_.find(id);
+    return it == byId_.end() ? nullptr : it->second;
+}
+
+const std::vector<Member>& InterfaceMembers() { return ClKivClass().members; }
+
+const Member* FindMember(std::string_view name) { return ClKivClass().find(name); }
+
+const std::vector<const ClassInfo*>& CreatableClasses() {
+    static const std::vector<const ClassInfo*> all = {&ClKivClass(), &ColKivClass()};
+    return all;
+}
+
+const ClassInfo* FindCreatable(std::string_view progId) {
+    const std::string wanted = LowerAscii(progId);
+    for (const ClassInfo* c : CreatableClasses())
+        if (LowerAscii(c->progId) == wanted) return c;
+    return nullptr;
+}
+
+const EnumInfo* FindEnumeration(std::string_view name) {
+    const std::string wanted = LowerAscii(name);
+    for (const EnumInfo& e : Enumerations())
+        if (LowerAscii(e.name) == wanted) return &e;
+    return nullptr;
+}
+
+const Constant* FindConstant(std::string_view name) {
+    static const auto index = [] {
+        std::unordered_map<std::string, const Constant*> map;
+        for (const EnumInfo& e : Enumerations())
+            for (const Constant& c : e.members) map.emplace(LowerAscii(c.name), &c);
+        for (const Constant& c : RegistryConstants()) map.emplace(LowerAscii(c.name), &c);
+        return map;
+    }();
     auto it = index.find(LowerAscii(name));
     return it == index.end() ? nullptr : it->second;
+}
+
+std::string Dispatchable::typeName() const {
+    const ClassInfo* c = description();
+    return c != nullptr ? c->name : "Object";
+}
+
+Variant Dispatchable::invoke(std::string_view member, InvokeKind kind, Arguments& args) {
+    const ClassInfo* c = description();
+    const Member* m = c != nullptr ? c->find(member) : nullptr;
+    if (m == nullptr) raise(kNotSupported);
+    return Invoke(*this, *m, kind, args);
+}
+
+Variant Dispatchable::invokeById(std::int32_t id, InvokeKind kind, Arguments& args) {
+    const ClassInfo* c = description();
+    const Member* m = c != nullptr ? c->findById(id) : nullptr;
+    if (m == nullptr) raise(kNotSupported);
+    return Invoke(*this, *m, kind, args);
+}
+
+std::int32_t ParamId(const Member& member, std::string_view name) {
+    const std::string wanted = LowerAscii(name);
+    for (std::size_t i = 0; i < member.params.size(); ++i)
+        if (LowerAscii(member.params[i].name) == wanted) return static_cast<std::int32_t>(i);
+    return -1;
 }
 
 std::int32_t MemberId(std::string_view name) {
@@ -71,39 +140,46 @@ std::int32_t MemberId(std::string_view name) {
     return static_cast<std::int32_t>(0x10000u + h % 0x3FFF0000u);
 }
 
-Variant Invoke(Cl_KIV& object, const Member& member, InvokeKind kind, Arguments& args) {
+Variant Invoke(Dispatchable& object, const Member& member, InvokeKind kind, Arguments& args) {
     if (member.kind == MemberKind::Property) return CallProperty(object, member, kind, args);
     if (kind != InvokeKind::Method && kind != InvokeKind::PropertyGet) raise(kNotSupported);
 
     const std::size_t n = member.params.size();
     if (args.positional.size() > n) raise(kWrongArgumentCount);
-    std::array<Variant*, 16> bound{};
+    std::array<Variant*, kMaxParams> bound{};
     for (std::size_t i = 0; i < args.positional.size(); ++i) bound[i] = args.positional[i];
-    for (auto& [name, value] : args.named) {
-        std::size_t i = 0;
-        const std::string wanted = LowerAscii(name);
-        while (i < n && LowerAscii(member.params[i].name) != wanted) ++i;
-        if (i == n) raise(kNamedArgumentNotFound);
+    const auto bindNamed = [&](std::int32_t i, Variant* value) {
+        if (i < 0 || static_cast<std::size_t>(i) >= n) raise(kNamedArgumentNotFound);
         if (bound[i] != nullptr) raise(kWrongArgumentCount);
         bound[i] = value;
-    }
+    };
+    for (auto& [name, value] : args.named) bindNamed(ParamId(member, name), value);
+    for (auto& [id, value] : args.namedById) bindNamed(id, value);
     return member.call(object, member, std::span<Variant* const>(bound.data(), n));
 }
 
 std::string Signature(const Member& member) {
     std::string out = member.name;
     if (member.kind == MemberKind::Property) return out + " As Object (property: get, Set)";
-    out += "(";
-    for (std::size_t i = 0; i < member.params.size(); ++i) {
-        const ParamSpec& p = member.params[i];
-        if (i > 0) out += ", ";
-        if (p.optional) out += "Optional ";
-        out += p.passing == Passing::ByRef ? "ByRef " : "ByVal ";
-        out += p.name + " As " + p.typeName;
-        if (p.optional && p.hasDefault) out += " = " + DefaultText(p.defaultValue);
+    if (member.kind == MemberKind::Method || !member.params.empty()) {
+        out += "(";
+        for (std::size_t i = 0; i < member.params.size(); ++i) {
+            const ParamSpec& p = member.params[i];
+            if (i > 0) out += ", ";
+            if (p.optional) out += "Optional ";
+            out += p.passing == Passing::ByRef ? "ByRef " : "ByVal ";
+            out += p.name + " As " + p.typeName;
+            if (p.optional && p.hasDefault) out += " = " + DefaultText(p.defaultValue);
+        }
+        out += ")";
     }
-    out += ")";
     if (!member.resultType.empty()) out += " As " + member.resultType;
+    std::string notes;
+    const auto note = [&](const char* text) { notes += (notes.empty() ? "" : ", ") + std::string(text); };
+    if (member.kind == MemberKind::PropertyGet) note("property: get");
+    if (member.id == kDefaultMemberId) note("default member");
+    if (member.id == kEnumeratorId) note("the enumerator");
+    if (!notes.empty()) out += " (" + notes + ")";
     return out;
 }
 

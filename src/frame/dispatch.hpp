@@ -1,7 +1,8 @@
-// The dispatch table: every member of Cl_KIV described once (name,
-// parameters with type, passing, optional and default, result, member id,
-// a line of help) and callable late-bound by name with Variant arguments.
-// The kiv driver and any automation front end call through it.
+// The dispatch tables: every dispatchable class described once (its members
+// with parameters, types, passing, optional and default, result, member id,
+// a line of help), the one list of creatable classes, and the enumerations
+// and constants of the interface. The kiv driver and any automation front end
+// call and publish through them.
 #pragma once
 
 #include <cstdint>
@@ -11,6 +12,7 @@
 #include <tuple>
 #include <stdexcept>
 #include <type_traits>
+#include <unordered_map>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -23,6 +25,13 @@ namespace kiv {
 
 enum class Passing { ByValue, ByRef };
 
+// The most parameters a member may have: the call path binds into an array
+// of this size, and every member is checked against it when it is described.
+inline constexpr std::size_t kMaxParams = 16;
+// Member ids that automation fixes.
+inline constexpr std::int32_t kDefaultMemberId = 0;
+inline constexpr std::int32_t kEnumeratorId = -4;
+
 struct ParamSpec {
     std::string name;
     Passing passing = Passing::ByValue;
@@ -34,9 +43,11 @@ struct ParamSpec {
 };
 
 struct Member;
-using Invoker = Variant (*)(Cl_KIV& object, const Member& member, std::span<Variant* const> args);
+using Invoker = Variant (*)(Dispatchable& object, const Member& member, std::span<Variant* const> args);
 
-enum class MemberKind { Method, Property };
+// Method: a call. PropertyGet: a read-only property computed by a call (it
+// may take arguments). Property: an object slot, read and Set.
+enum class MemberKind { Method, PropertyGet, Property };
 
 struct Member {
     std::string name;
@@ -45,23 +56,101 @@ struct Member {
     std::string resultType;  // empty for a Sub
     VarType result = VarType::Empty;
     std::int32_t id = 0;     // stable member id (DISPID)
+    bool hidden = false;     // left out of browsers (the enumerator)
     std::string help;
     Invoker call = nullptr;
-    Object Cl_KIV::*slot = nullptr;  // properties
+    Object (*get)(Dispatchable&) = nullptr;       // properties
+    void (*set)(Dispatchable&, Object) = nullptr;  // properties
+
+    // The id automation fixes for this member instead of the derived one.
+    Member withId(std::int32_t fixed) && {
+        id = fixed;
+        return std::move(*this);
+    }
+    Member asPropertyGet() && {
+        kind = MemberKind::PropertyGet;
+        return std::move(*this);
+    }
+    Member asHidden() && {
+        hidden = true;
+        return std::move(*this);
+    }
 };
 
-// The whole interface, in the interface's member order.
+// A dispatchable class as published: its name, its ProgID when it is
+// creatable, how to create one, and its members in interface order. Two
+// members sharing an id or a name are refused when the class is described.
+class ClassInfo {
+public:
+    ClassInfo(std::string name, std::string progId, Object (*create)(), std::vector<Member> members);
+
+    const std::string name;
+    const std::string progId;     // "DLLKiv.Cl_KIV"; empty when not creatable
+    Object (*const create)();     // nullptr when not creatable
+    const std::vector<Member> members;
+
+    // Case-blind; nullptr when there is no such member.
+    const Member* find(std::string_view memberName) const;
+    const Member* findById(std::int32_t id) const;
+
+private:
+    std::unordered_map<std::string, const Member*> byName_;
+    std::unordered_map<std::int32_t, const Member*> byId_;
+};
+
+const ClassInfo& ClKivClass();
+const ClassInfo& ColKivClass();
+// The one list of creatable classes: CreateObject, the driver's list and help,
+// and the automation server's class factory, registration and type library.
+const std::vector<const ClassInfo*>& CreatableClasses();
+// By ProgID, case-blind; nullptr when no class has it.
+const ClassInfo* FindCreatable(std::string_view progId);
+
+// Cl_KIV's interface, in the interface's member order.
 const std::vector<Member>& InterfaceMembers();
-// Case-blind lookup; nullptr when there is no such member.
+// Case-blind lookup in Cl_KIV; nullptr when there is no such member.
 const Member* FindMember(std::string_view name);
-// The late-bound call: binds positional and named arguments, supplies
-// defaults and the missing marker, coerces, calls, writes by-reference
-// results back where the operation changed them.
-Variant Invoke(Cl_KIV& object, const Member& member, InvokeKind kind, Arguments& args);
+// The late-bound call: binds positional and named arguments (by name or by
+// parameter index), supplies defaults and the missing marker, coerces, calls,
+// writes by-reference results back where the operation changed them. An
+// error binding or converting an argument carries the parameter's position.
+Variant Invoke(Dispatchable& object, const Member& member, InvokeKind kind, Arguments& args);
+// The id of a parameter for named arguments by id: its 0-based index, -1
+// when the member has no parameter of that name.
+std::int32_t ParamId(const Member& member, std::string_view name);
 // Stable member id: derived from the name, so adding members never moves others.
 std::int32_t MemberId(std::string_view name);
 // "FmtNum(ByVal N As Variant, ...) As String"
 std::string Signature(const Member& member);
+
+// ---- enumerations, records and constants of the interface ----
+
+struct Constant {
+    const char* name;
+    Long value;
+};
+struct EnumInfo {
+    const char* name;
+    std::vector<Constant> members;
+};
+struct FieldInfo {
+    const char* name;
+    const char* typeName;
+};
+struct RecordInfo {
+    const char* name;
+    std::vector<FieldInfo> fields;
+};
+// En_SysDir, EnCF_Result, EnPI_Result, En_EANType, ZRReg_Enum: made from the
+// same lists as the C++ enumerations, so they cannot disagree.
+const std::vector<EnumInfo>& Enumerations();
+const std::vector<RecordInfo>& Records();  // PrtStru
+// Constants a host uses with the registry operations (root keys, value types).
+const std::vector<Constant>& RegistryConstants();
+// Case-blind; nullptr when there is none.
+const EnumInfo* FindEnumeration(std::string_view name);
+// An enumeration member or a registry constant, case-blind.
+const Constant* FindConstant(std::string_view name);
 
 // ---- how a row of the table is built from a member function ----
 
@@ -81,6 +170,7 @@ KIV_TYPE(Date, Date, "Date")
 KIV_TYPE(Boolean, Boolean, "Boolean")
 KIV_TYPE(Byte, Byte, "Byte")
 KIV_TYPE(Object, Object, "Object")
+KIV_TYPE(Array, Array, "Variant()")
 KIV_TYPE(VariantArray, Array, "Variant()")
 KIV_TYPE(StringArray, Array, "String()")
 KIV_TYPE(En_SysDir, Long, "En_SysDir")
@@ -130,21 +220,30 @@ inline const Variant& ArgumentOrDefault(const ParamSpec& p, Variant* arg) {
     return p.defaultValue;
 }
 
-template <auto Fn> struct Invoke;
-template <class R, class... P, R (Cl_KIV::*Fn)(P...)>
-struct Invoke<Fn> {
+// Parameter i's argument bound and converted; a failure names the position.
+template <class T> T Bind(const Member& member, std::size_t i, Variant* arg) {
+    try {
+        return FromArgument<T>(ArgumentOrDefault(member.params[i], arg));
+    } catch (RuntimeError& e) {
+        e.atArgument(static_cast<int>(i));
+        throw;
+    }
+}
+
+template <auto Fn, class C, class R, class... P>
+struct Caller {
     static constexpr std::size_t arity = sizeof...(P);
+    using Class = C;
     using Result = R;
 
-    static Variant call(Cl_KIV& object, const Member& member, std::span<Variant* const> args) {
-        return callWith(object, member, args, std::index_sequence_for<P...>{});
+    static Variant call(Dispatchable& object, const Member& member, std::span<Variant* const> args) {
+        return callWith(static_cast<C&>(object), member, args, std::index_sequence_for<P...>{});
     }
 
     template <std::size_t... I>
-    static Variant callWith(Cl_KIV& object, const Member& member, std::span<Variant* const> args,
+    static Variant callWith(C& object, const Member& member, std::span<Variant* const> args,
                             std::index_sequence<I...>) {
-        std::tuple<typename Slot<P>::type...> slots{
-            FromArgument<typename Slot<P>::type>(ArgumentOrDefault(member.params[I], args[I]))...};
+        std::tuple<typename Slot<P>::type...> slots{Bind<typename Slot<P>::type>(member, I, args[I])...};
         // Copies of what the writable parameters held before the call.
         std::tuple<std::conditional_t<Slot<P>::writes, typename Slot<P>::type, std::monostate>...> before{
             keepIfWritable<P>(std::get<I>(slots))...};
@@ -181,6 +280,19 @@ struct Invoke<Fn> {
     template <std::size_t I> static constexpr bool writes = Slot<std::tuple_element_t<I, std::tuple<P...>>>::writes;
 };
 
+template <auto Fn> struct Invoke;
+template <class C, class R, class... P, R (C::*Fn)(P...)>
+struct Invoke<Fn> : Caller<Fn, C, R, P...> {};
+template <class C, class R, class... P, R (C::*Fn)(P...) const>
+struct Invoke<Fn> : Caller<Fn, C, R, P...> {};
+
+template <auto Field> struct SlotOf;
+template <class C, Object C::*Field>
+struct SlotOf<Field> {
+    static Object get(Dispatchable& object) { return static_cast<C&>(object).*Field; }
+    static void set(Dispatchable& object, Object value) { static_cast<C&>(object).*Field = std::move(value); }
+};
+
 }  // namespace dispatch_detail
 
 // A parameter as published: by value or by reference, optional with a
@@ -203,6 +315,7 @@ template <auto Fn, class... Ps>
 Member Method(const char* name, const char* help, Ps... params) {
     using I = dispatch_detail::Invoke<Fn>;
     static_assert(sizeof...(Ps) == I::arity, "the published parameters must match the member's signature");
+    static_assert(I::arity <= kMaxParams, "more parameters than the call path binds");
     Param given[] = {Param(std::move(params))..., ByVal("")};
     Member m;
     m.name = name;
@@ -233,6 +346,21 @@ Member Method(const char* name, const char* help, Ps... params) {
         m.result = dispatch_detail::TypeOf<R>::type;
         m.resultType = dispatch_detail::TypeOf<R>::name;
     }
+    return m;
+}
+
+// An object slot: read, and stored by Set.
+template <auto Field>
+Member Property(const char* name, const char* help) {
+    Member m;
+    m.name = name;
+    m.kind = MemberKind::Property;
+    m.get = &dispatch_detail::SlotOf<Field>::get;
+    m.set = &dispatch_detail::SlotOf<Field>::set;
+    m.help = help;
+    m.id = MemberId(name);
+    m.result = VarType::Object;
+    m.resultType = "Object";
     return m;
 }
 

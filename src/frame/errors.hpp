@@ -48,10 +48,19 @@ public:
     int number() const { return number_; }
     const std::string& description() const { return description_; }
     const char* what() const noexcept override { return description_.c_str(); }
+    // The 0-based position of the parameter whose argument could not be bound
+    // or converted, -1 when the error is not about one argument. An
+    // automation server reports it to its caller; the number and text stay.
+    int argument() const { return argument_; }
+    RuntimeError& atArgument(int position) {
+        argument_ = position;
+        return *this;
+    }
 
 private:
     int number_;
     std::string description_;
+    int argument_ = -1;
 };
 
 [[noreturn]] void raise(int number);

@@ -1,22 +1,13 @@
-// The interface of Cl_KIV as automation clients see it, in member order.
+// The interface of Cl_KIV as automation clients see it, in member order,
+// with the enumerations, the record and the constants it publishes.
 #include "frame/dispatch.hpp"
+
+#include <memory>
 
 namespace kiv {
 namespace {
 
 using C = Cl_KIV;
-
-Member Property(const char* name, Object Cl_KIV::*slot, const char* help) {
-    Member m;
-    m.name = name;
-    m.kind = MemberKind::Property;
-    m.slot = slot;
-    m.help = help;
-    m.id = MemberId(name);
-    m.result = VarType::Object;
-    m.resultType = "Object";
-    return m;
-}
 
 const Variant kNoText = Variant(u"");
 const Variant kPipe = Variant(u"|");
@@ -28,8 +19,8 @@ Variant D(double v) { return Variant(v); }
 std::vector<Member> BuildTable() {
     return {
         // The component object
-        Property("DlK_TimMask", &C::DlK_TimMask, "Object slot for the host's time-mask control."),
-        Property("DlK_DatMask", &C::DlK_DatMask, "Object slot for the host's date-mask control."),
+        Property<&C::DlK_TimMask>("DlK_TimMask", "Object slot for the host's time-mask control."),
+        Property<&C::DlK_DatMask>("DlK_DatMask", "Object slot for the host's date-mask control."),
 
         // Padding and alignment
         Method<&C::AllineaDxSpazi>("AllineaDxSpazi", "Right-aligns fill with blanks in the width of Record, in place.",
@@ -249,9 +240,45 @@ std::vector<Member> BuildTable() {
 
 }  // namespace
 
-const std::vector<Member>& InterfaceMembers() {
-    static const std::vector<Member> table = BuildTable();
-    return table;
+const ClassInfo& ClKivClass() {
+    static const ClassInfo info("Cl_KIV", "DLLKiv.Cl_KIV", [] { return Object(std::make_shared<Cl_KIV>()); },
+                                BuildTable());
+    return info;
+}
+
+const ClassInfo* Cl_KIV::description() const { return &ClKivClass(); }
+
+// ---- enumerations, the record and the registry constants ----
+
+#define KIV_CONSTANT(name, value) Constant{#name, name},
+#define KIV_FIELD_INFO(type, field) FieldInfo{#field, dispatch_detail::TypeOf<type>::name},
+
+const std::vector<EnumInfo>& Enumerations() {
+    static const std::vector<EnumInfo> all = {
+        {"En_SysDir", {KIV_EN_SYSDIR(KIV_CONSTANT)}},
+        {"EnCF_Result", {KIV_ENCF_RESULT(KIV_CONSTANT)}},
+        {"EnPI_Result", {KIV_ENPI_RESULT(KIV_CONSTANT)}},
+        {"En_EANType", {KIV_EN_EANTYPE(KIV_CONSTANT)}},
+        {"ZRReg_Enum", {KIV_ZRREG_ENUM(KIV_CONSTANT)}},
+    };
+    return all;
+}
+
+const std::vector<RecordInfo>& Records() {
+    static const std::vector<RecordInfo> all = {{"PrtStru", {KIV_PRTSTRU(KIV_FIELD_INFO)}}};
+    return all;
+}
+
+const std::vector<Constant>& RegistryConstants() {
+    static const std::vector<Constant> all = {
+        {"HKEY_CURRENT_USER", static_cast<Long>(0x80000001u)},
+        {"HKEY_LOCAL_MACHINE", static_cast<Long>(0x80000002u)},
+        {"REG_NONE", 0},
+        {"REG_SZ", 1},
+        {"REG_BINARY", 3},
+        {"REG_DWORD", 4},
+    };
+    return all;
 }
 
 }  // namespace kiv

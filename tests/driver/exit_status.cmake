@@ -45,3 +45,21 @@ expect("eval: output" "${out}" "Integer 3\nError 438: Object doesn't support thi
 
 execute_process(COMMAND ${KIV} help NoSuchOperation RESULT_VARIABLE rc OUTPUT_QUIET ERROR_QUIET)
 expect("help of an unknown name: status" "${rc}" "1")
+
+execute_process(COMMAND ${KIV} help EnCF_Result RESULT_VARIABLE rc OUTPUT_VARIABLE out)
+expect("help of an enumeration: status" "${rc}" "0")
+expect("help of an enumeration: output" "${out}"
+       "Enum EnCF_Result\n  CF_IsOK = 0\n  CF_Num = 1\n  CF_Short = 2\n  CF_Long = 3\n  CF_Bad = 90\n  CF_Null = 99\n")
+
+execute_process(COMMAND ${KIV} help add RESULT_VARIABLE rc OUTPUT_VARIABLE out)
+expect("help of a Col_KIV member: status" "${rc}" "0")
+if(NOT out MATCHES "^Col_KIV\\.Add\\(ByRef DlK_DatMask As Variant, Optional ByRef sKey As String = \"\"\\) As Object\n")
+  message(FATAL_ERROR "help of a Col_KIV member: ${out}")
+endif()
+
+execute_process(COMMAND ${KIV} list Item RESULT_VARIABLE rc OUTPUT_VARIABLE out)
+expect("list of Col_KIV's default member" "${out}"
+       "Col_KIV.Item(ByRef vntIndexKey As Variant) As Object (property: get, default member)\n")
+
+execute_process(COMMAND ${KIV} help REG_DWORD RESULT_VARIABLE rc OUTPUT_VARIABLE out)
+expect("help of a constant" "${out}" "REG_DWORD = 4  (constant, Long)\n")

@@ -5,6 +5,7 @@
 #include <memory>
 #include <set>
 
+#include "frame/col_kiv.hpp"
 #include "frame/dispatch.hpp"
 #include "test_support.hpp"
 
@@ -55,6 +56,64 @@ TEST(InterfaceTable, NamesAndIdsAreUniqueAndStable) {
     }
     EXPECT_EQ(MemberId("FmtNum"), MemberId("FMTNUM"));
     EXPECT_EQ(InterfaceMembers().front().name, "DlK_TimMask");  // member order kept
+}
+
+TEST(InterfaceTable, OneListOfCreatableClasses) {
+    ASSERT_EQ(CreatableClasses().size(), 2u);
+    for (const ClassInfo* c : CreatableClasses()) {
+        EXPECT_EQ(FindCreatable(c->progId), c);
+        const Object made = c->create();
+        EXPECT_EQ(made->typeName(), c->name);
+        EXPECT_EQ(made->description(), c);
+        std::set<std::int32_t> ids;
+        for (const Member& m : c->members) EXPECT_TRUE(ids.insert(m.id).second) << c->name << "." << m.name;
+    }
+    EXPECT_EQ(FindCreatable("dllkiv.col_kiv"), &ColKivClass());
+    EXPECT_EQ(FindCreatable("DLLKiv.Nothing"), nullptr);
+    EXPECT_EQ(ColKivClass().findById(kDefaultMemberId)->name, "Item");
+    EXPECT_EQ(ColKivClass().findById(kEnumeratorId)->name, "NewEnum");
+    EXPECT_TRUE(ColKivClass().find("newenum")->hidden);
+    EXPECT_EQ(ClKivClass().findById(kDefaultMemberId), nullptr);  // Cl_KIV has no default member
+}
+
+TEST(InterfaceTable, ADescriptionRefusesTwoMembersWithOneId) {
+    const auto twice = [](std::int32_t second) {
+        return std::vector<Member>{
+            Method<&Col_KIV::Count>("Count", "").withId(7),
+            Method<&Col_KIV::NewEnum>("NewEnum", "").withId(second),
+        };
+    };
+    EXPECT_NO_THROW(ClassInfo("T", "", nullptr, twice(8)));
+    EXPECT_THROW(ClassInfo("T", "", nullptr, twice(7)), std::logic_error);
+    EXPECT_THROW(ClassInfo("T", "", nullptr, {Method<&Col_KIV::Count>("Count", ""), Method<&Col_KIV::Count>("COUNT", "")}),
+                 std::logic_error);
+}
+
+TEST(InterfaceTable, EveryEnumerationTypeOfTheInterfaceIsDescribed) {
+    const std::set<std::string> plain = {"Variant", "String", "Integer", "Long", "Single", "Double", "Currency",
+                                         "Date", "Boolean", "Byte", "Object", "Variant()", "String()", ""};
+    for (const ClassInfo* c : CreatableClasses())
+        for (const Member& m : c->members) {
+            for (const ParamSpec& p : m.params)
+                if (!plain.contains(p.typeName)) {
+                    EXPECT_NE(FindEnumeration(p.typeName), nullptr) << p.typeName;
+                }
+            if (!plain.contains(m.resultType)) {
+                EXPECT_NE(FindEnumeration(m.resultType), nullptr) << m.resultType;
+            }
+        }
+    // Names and values come from the C++ enumerators themselves.
+    EXPECT_EQ(FindConstant("cf_bad")->value, CF_Bad);
+    EXPECT_EQ(FindConstant("PI_Estera")->value, PI_Estera);
+    EXPECT_EQ(FindConstant("SD_UserStartup")->value, SD_UserStartup);
+    EXPECT_EQ(FindEnumeration("EnPI_Result")->members.size(), 8u);
+    EXPECT_EQ(FindConstant("HKEY_LOCAL_MACHINE")->value, static_cast<Long>(0x80000002u));
+    EXPECT_EQ(FindConstant("REG_DWORD")->value, 4);
+    EXPECT_EQ(FindConstant("CF_Nothing"), nullptr);
+    const RecordInfo& prt = Records().front();
+    EXPECT_EQ(prt.fields.size(), 22u);
+    EXPECT_STREQ(prt.fields[12].name, "DNo");
+    EXPECT_STREQ(prt.fields[12].typeName, "Single");
 }
 
 TEST(InterfaceTable, SignaturesShowPassingOptionalAndDefaults) {
@@ -158,6 +217,71 @@ TEST_F(Dispatch, NamedArguments) {
     EXPECT_EQ(ErrorOf([&] { call().value(u"ab").named("Width", Integer{3}).run("Allunga"); }),
               kNamedArgumentNotFound);
     EXPECT_EQ(ErrorOf([&] { call().value(u"ab").named("S", u"cd").run("Allunga"); }), kWrongArgumentCount);
+}
+
+TEST_F(Dispatch, NamedArgumentsByParameterIndex) {
+    const Member& allunga = *FindMember("Allunga");
+    EXPECT_EQ(ParamId(allunga, "c"), 2);
+    EXPECT_EQ(ParamId(allunga, "Width"), -1);
+    Variant dash(u"-");
+    Variant width(Integer{4});
+    Call c = call();
+    c.value(u"ab");
+    c.args.namedById = {{2, &dash}, {1, &width}};
+    EXPECT_EQ(c.run("Allunga"), Variant(u"ab--"));
+    Call outside = call();
+    outside.value(u"ab");
+    outside.args.namedById = {{3, &dash}};
+    EXPECT_EQ(ErrorOf([&] { outside.run("Allunga"); }), kNamedArgumentNotFound);
+    Call twice = call();
+    twice.value(u"ab");
+    twice.args.namedById = {{0, &dash}};
+    EXPECT_EQ(ErrorOf([&] { twice.run("Allunga"); }), kWrongArgumentCount);
+}
+
+// The position of the argument a binding error is about, -1 for none.
+int ArgumentOf(auto&& run) {
+    try {
+        run();
+    } catch (const RuntimeError& e) {
+        return e.argument();
+    }
+    return -2;
+}
+
+TEST_F(Dispatch, BindingErrorsNameTheArgumentsPosition) {
+    EXPECT_EQ(ArgumentOf([&] { call().value(u"ab").value(u"x").run("PoniADes"); }), 1);
+    EXPECT_EQ(ArgumentOf([&] { call().value(Variant::null()).value(Integer{1}).run("PoniADes"); }), 0);
+    EXPECT_EQ(ArgumentOf([&] { call().value(u"ab").value(40000.0).run("PoniADes"); }), 1);
+    EXPECT_EQ(ArgumentOf([&] { call().value(u"ab").named("c", Variant::null()).named("B", Integer{1}).run("Allunga"); }),
+              2);
+    EXPECT_EQ(ArgumentOf([&] { call().value(u"ab").run("PoniADes"); }), 1);  // required, not given
+    // The error number and text stay those of the conversion.
+    try {
+        call().value(u"ab").value(u"x").run("PoniADes");
+    } catch (const RuntimeError& e) {
+        EXPECT_EQ(e.number(), kTypeMismatch);
+        EXPECT_EQ(e.description(), describeError(kTypeMismatch));
+    }
+    // Errors of the operation itself and of the call's shape name no argument.
+    EXPECT_EQ(ArgumentOf([&] { call().value(u"5").value(Integer{-1}).run("MettiADes"); }), -1);
+    EXPECT_EQ(ArgumentOf([&] { call().value(u"ab").value(Integer{1}).value(u"x").run("PoniADes"); }), -1);
+}
+
+TEST_F(Dispatch, MembersAreReachedByIdToo) {
+    Col_KIV col;
+    Variant mask(Object(std::make_shared<Cl_KIV>()));
+    Variant key(u"K");
+    Arguments add{{&mask, &key}, {}, {}};
+    const Variant added = col.invoke("Add", InvokeKind::Method, add);
+    Variant lower(u"k");
+    Arguments item{{&lower}, {}, {}};
+    EXPECT_EQ(col.invokeById(kDefaultMemberId, InvokeKind::PropertyGet, item), added);
+    Arguments none;
+    EXPECT_EQ(col.invokeById(kEnumeratorId, InvokeKind::PropertyGet, none).array()->at({1}), added);
+    EXPECT_EQ(ErrorOf([&] { k.invokeById(kDefaultMemberId, InvokeKind::Method, none); }), kNotSupported);
+    Arguments text{{&key}, {}, {}};
+    EXPECT_EQ(k.invokeById(FindMember("NoPunt")->id, InvokeKind::Method, text), Variant(u"K"));
 }
 
 TEST_F(Dispatch, ObjectSlotsAreProperties) {

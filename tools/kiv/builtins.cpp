@@ -2,10 +2,9 @@
 // names, so they can be tried directly, and a few runtime text functions.
 #include <memory>
 
-#include "frame/cl_kiv.hpp"
 #include "frame/code_page.hpp"
-#include "frame/col_kiv.hpp"
 #include "frame/convert.hpp"
+#include "frame/dispatch.hpp"
 #include "frame/errors.hpp"
 #include "frame/runtime.hpp"
 #include "frame/strings.hpp"
@@ -76,10 +75,9 @@ Variant Len(const Args& a) {
 }
 
 Variant CreateObject(const Args& a) {
-    const std::string progid = Lower(ToUtf8(Text(a[0])));
-    if (progid == "dllkiv.cl_kiv") return Variant(Object(std::make_shared<Cl_KIV>()));
-    if (progid == "dllkiv.col_kiv") return Variant(Object(std::make_shared<Col_KIV>()));
-    raise(kCannotCreateObject);
+    const ClassInfo* c = FindCreatable(ToUtf8(Text(a[0])));
+    if (c == nullptr) raise(kCannotCreateObject);
+    return Variant(c->create());
 }
 
 int Decimals(const Args& a) { return a.size() > 1 && !a[1].isMissing() ? Whole(a[1]) : 0; }

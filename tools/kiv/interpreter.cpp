@@ -83,6 +83,7 @@ Variant Interpreter::evaluate(const Expr& e) {
         case Expr::Kind::DateLiteral: return Variant(DateOfParts(e.date));
         case Expr::Kind::Name:
             if (Variant* v = variable(e.name)) return *v;
+            if (const Constant* c = FindConstant(e.name)) return Variant(c->value);
             if (isCallable(e.name)) return call(e.name, {}, false);
             return Variant();  // an undefined variable reads as Empty
         case Expr::Kind::Call: return call(e.name, e.args, true);
@@ -149,6 +150,8 @@ Variant Interpreter::call(const std::string& name, const std::vector<Argument>& 
             if (static_cast<std::size_t>(i) >= values.size() || values[i].isMissing()) raise(kArgumentNotOptional);
         return b->call(values);
     }
+    // An object called with arguments: its default member.
+    if (parens && var != nullptr && var->isObject()) return invoke(*var->as<Object>(), "", InvokeKind::Method, args);
     if (parens && var != nullptr && FindMember(name) == nullptr) raise(kTypeMismatch);  // a plain variable used as array
     return invoke(default_, name, parens ? InvokeKind::Method : InvokeKind::PropertyGet, args);
 }
@@ -173,7 +176,8 @@ Variant Interpreter::invoke(const Object& object, const std::string& member, Inv
 Variant Interpreter::dispatch(Dispatchable& target, const std::string& member, InvokeKind kind, CallFrame& frame) {
     Variant result;
     try {
-        result = target.invoke(member, kind, frame.args);
+        result = member.empty() ? target.invokeById(kDefaultMemberId, kind, frame.args)
+                                : target.invoke(member, kind, frame.args);
     } catch (...) {
         // What the operation wrote before failing stays written.
         try {
@@ -191,7 +195,7 @@ Variant Interpreter::dispatch(Dispatchable& target, const std::string& member, I
 Variant* Interpreter::bind(const Expr& e, CallFrame& frame) {
     if (e.kind == Expr::Kind::Name) {
         if (Variant* v = variable(e.name)) return v;
-        if (!isCallable(e.name)) return &define(e.name);
+        if (!isCallable(e.name) && FindConstant(e.name) == nullptr) return &define(e.name);
     }
     if (e.kind == Expr::Kind::Call) {
         Variant* v = variable(e.name);

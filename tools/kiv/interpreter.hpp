@@ -49,6 +49,7 @@ private:
     Variant call(const std::string& name, const std::vector<Argument>& args, bool parens);
     Variant invoke(const Object& object, const std::string& member, InvokeKind kind,
                    const std::vector<Argument>& args);
+    // An empty member name calls the object's default member.
     Variant dispatch(Dispatchable& target, const std::string& member, InvokeKind kind, CallFrame& frame);
     Variant* bind(const Expr& e, CallFrame& frame);
     void writeBack(CallFrame& frame);

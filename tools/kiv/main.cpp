@@ -38,7 +38,8 @@ void Usage(std::FILE* to) {
         "  eval 'LINE'...    execute each argument as one line; a bare expression is printed\n"
         "  check FILE...     run conformance files: each printing line against the \"'=> \" lines after it\n"
         "  list [WORD]       the operations of the interface (those whose name contains WORD)\n"
-        "  help NAME         the signature and purpose of an operation or built-in function\n"
+        "  help NAME         the signature and purpose of an operation or built-in function;\n"
+        "                    the members of an enumeration, a class or a record; a constant\n"
         "\n"
         "options (before or after the command; --opt=value is the same as --opt value):\n"
         "  --now \"yyyy-mm-dd hh:nn:ss\"   pin the clock the component reads (also \"yyyy-mm-dd\")\n"
@@ -123,20 +124,57 @@ int Check(const std::vector<std::string>& files, Output& out) {
     return total.failed == 0 ? 0 : 1;
 }
 
+// Cl_KIV's members by name alone; those of the other classes as Class.Member.
+std::string Qualified(const ClassInfo& c, const Member& m) {
+    return &c == &ClKivClass() ? Signature(m) : c.name + "." + Signature(m);
+}
+
 int List(const std::string& word) {
     const std::string wanted = Lower(word);
-    for (const Member& m : InterfaceMembers())
-        if (Lower(m.name).find(wanted) != std::string::npos) std::cout << Signature(m) << "\n";
+    for (const ClassInfo* c : CreatableClasses())
+        for (const Member& m : c->members)
+            if (Lower(m.name).find(wanted) != std::string::npos) std::cout << Qualified(*c, m) << "\n";
     return 0;
 }
 
+// A member given as "Member" (Cl_KIV first) or "Class.Member".
+std::pair<const ClassInfo*, const Member*> FindAnyMember(const std::string& name) {
+    const std::size_t dot = name.find('.');
+    for (const ClassInfo* c : CreatableClasses()) {
+        if (dot != std::string::npos && Lower(name.substr(0, dot)) != Lower(c->name)) continue;
+        if (const Member* m = c->find(dot == std::string::npos ? name : name.substr(dot + 1))) return {c, m};
+    }
+    return {nullptr, nullptr};
+}
+
 int Help(const std::string& name) {
-    if (const Member* m = FindMember(name)) {
-        std::cout << Signature(*m) << "\n" << m->help << "\n";
+    if (auto [c, m] = FindAnyMember(name); m != nullptr) {
+        std::cout << Qualified(*c, *m) << "\n" << m->help << "\n";
         return 0;
     }
     if (const Builtin* b = FindBuiltin(name)) {
         std::cout << b->signature << "  (built-in function of kiv)\n" << b->help << "\n";
+        return 0;
+    }
+    for (const ClassInfo* c : CreatableClasses()) {
+        if (Lower(c->name) != Lower(name)) continue;
+        std::cout << "Class " << c->name << " (\"" << c->progId << "\")\n";
+        for (const Member& m : c->members) std::cout << "  " << Signature(m) << "\n";
+        return 0;
+    }
+    if (const EnumInfo* e = FindEnumeration(name)) {
+        std::cout << "Enum " << e->name << "\n";
+        for (const Constant& k : e->members) std::cout << "  " << k.name << " = " << k.value << "\n";
+        return 0;
+    }
+    for (const RecordInfo& r : Records()) {
+        if (Lower(r.name) != Lower(name)) continue;
+        std::cout << "Type " << r.name << "\n";
+        for (const FieldInfo& f : r.fields) std::cout << "  " << f.name << " As " << f.typeName << "\n";
+        return 0;
+    }
+    if (const Constant* k = FindConstant(name)) {
+        std::cout << k->name << " = " << k->value << "  (constant, Long)\n";
         return 0;
     }
     std::fprintf(stderr, "kiv: no operation named %s (see kiv list)\n", name.c_str());
