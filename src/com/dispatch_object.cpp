@@ -2,7 +2,9 @@
 // member ids, arguments in the client's order reversed, by-reference
 // arguments written back where the operation changed them, run-time errors
 // as DISP_E_EXCEPTION with the error's number and text.
+#include <mutex>
 #include <new>
+#include <unordered_map>
 #include <vector>
 
 #include "com/automation.hpp"
@@ -94,10 +96,30 @@ private:
     std::atomic<ULONG> refs_{1};
 };
 
+class AutomationObject;
+
+// One COM object per object of ours while a client holds it, so that a
+// client's identity test (VBScript's Is) sees the same object again.
+std::mutex gLiveLock;
+std::unordered_map<const Dispatchable*, AutomationObject*> gLive;
+
 class AutomationObject final : public IDispatch {
 public:
     explicit AutomationObject(Object object) : object_(std::move(object)) { ++gModuleRefs; }
     ~AutomationObject() { --gModuleRefs; }
+
+    // A reference to the live wrapper of `object`, or a new one.
+    static IDispatch* wrap(Object object) {
+        std::lock_guard<std::mutex> guard(gLiveLock);
+        auto found = gLive.find(object.get());
+        if (found != gLive.end() && found->second->refs_ > 0) {
+            found->second->AddRef();
+            return found->second;
+        }
+        auto* wrapper = new AutomationObject(std::move(object));
+        gLive[wrapper->object_.get()] = wrapper;
+        return wrapper;
+    }
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
         if (out == nullptr) return E_POINTER;
@@ -114,8 +136,14 @@ public:
     }
     ULONG STDMETHODCALLTYPE AddRef() override { return ++refs_; }
     ULONG STDMETHODCALLTYPE Release() override {
+        std::unique_lock<std::mutex> guard(gLiveLock);
         const ULONG n = --refs_;
-        if (n == 0) delete this;
+        if (n == 0) {
+            auto found = gLive.find(object_.get());
+            if (found != gLive.end() && found->second == this) gLive.erase(found);
+            guard.unlock();
+            delete this;
+        }
         return n;
     }
 
@@ -277,6 +305,6 @@ private:
 
 }  // namespace
 
-IDispatch* WrapObject(Object object) { return new AutomationObject(std::move(object)); }
+IDispatch* WrapObject(Object object) { return AutomationObject::wrap(std::move(object)); }
 
 }  // namespace kiv::com
