@@ -28,7 +28,8 @@ for script in "${scripts[@]}"; do
   name=$(basename "$script" .vbs)
   cp "$script" "$work/$name.vbs"
   # Messages go to a file instead of the screen; the clock is pinned.
-  out=$(KIV_MSGBOX_LOG="$work/msgbox.log" KIV_NOW="2026-03-15 14:05:09" wine cscript //nologo "$name.vbs" 2>&1 | tr -d '\r')
+  rm -f "$work/msgbox.log"
+  out=$(KIV_MSGBOX_LOG="Z:${work//\//\\}\\msgbox.log" KIV_NOW="2026-03-15 14:05:09" wine cscript //nologo "$name.vbs" 2>&1 | tr -d '\r')
   sentinel=$(grep -c '^[A-Z]*-OK$' <<<"$out")
   if grep -q '^FAIL' <<<"$out" || [ "$sentinel" -ne 1 ]; then
     echo "$out"; echo "FAIL: $name (no sentinel or failed checks)"; status=1

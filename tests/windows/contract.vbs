@@ -64,5 +64,13 @@ Check "for each count", seen, 2
 Set k.DlK_TimMask = c
 Check "property put/get", k.DlK_TimMask.Count, 2
 
+'' A message box goes to the file KIV_MSGBOX_LOG names (unattended runs).
+Dim logPath : logPath = CreateObject("WScript.Shell").Environment("PROCESS")("KIV_MSGBOX_LOG")
+s = k.FmtNum(5, 3, 2)
+Dim fso : Set fso = CreateObject("Scripting.FileSystemObject")
+Dim logText : logText = ""
+If fso.FileExists(logPath) Then logText = fso.OpenTextFile(logPath).ReadAll()
+Check "message box to the log", logText, "[FmtNum] ERRORE di formato in Function FmtNum!" & vbCrLf
+
 If fails = 0 Then WScript.Echo "CONTRACT-OK"
 WScript.Quit fails
