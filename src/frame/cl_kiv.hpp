@@ -335,9 +335,30 @@ public:
     Date LOADRegDate(const String& lpParagraf, const String& lpKeyName, const Variant& lpStd,
                      const String& lpRegINI);
 
-    // System facts the registry trace reports (system/system_info.cpp)
+    // --- System information and the shell (system/system_info.cpp)
+    String GetSysDir(En_SysDir Quale);
     String GetWindowsVer();
     Integer GetWindowsBit();
+    String GetPCName();
+    String GetWinUserName();
+    Boolean Is_ThemeActive();
+    String GetProviderType();
+    String Ext2Pgm(const String& Estensione);
+    Boolean ApriSito(const String& Url);
+    String GetIP();
+    Boolean SaveIP(const String& T_File, Boolean B_Appe = false);
+    String SaveIP2Str();
+
+    // --- Password scrambling and the master user (security/passwords.cpp)
+    // Obfuscation with a fixed key, not encryption.
+    String PwdCrypt(const String& T_Pwd);
+    String PwdDeCrypt(const String& T_Crypt);
+    Boolean UserInit(const String& Appl);
+    // Filled by UserInit, or set by the host; DlK_MasterPwd holds the scrambled form.
+    String DlK_WinUser;
+    String DlK_PCName;
+    String DlK_MasterUser;
+    String DlK_MasterPwd;
 
     // --- Form and window helpers (forms/window_helpers.cpp)
     void FormPrimoPiano(const Object& Myfrm, Boolean SetOnTop);

@@ -19,14 +19,16 @@ Variant CallProperty(Dispatchable& object, const Member& member, InvokeKind kind
     const std::size_t given = args.positional.size() + args.named.size() + args.namedById.size();
     if (kind == InvokeKind::PropertyGet || kind == InvokeKind::Method) {
         if (given != 0) raise(kWrongArgumentCount);
-        return Variant(member.get(object));
+        return member.get(object);
     }
     if (given != 1) raise(kWrongArgumentCount);
     Variant* value = !args.positional.empty() ? args.positional.front()
                      : !args.named.empty()    ? args.named.front().second
                                               : args.namedById.front().second;
-    if (!value->isObject()) raise(kObjectRequired);
-    member.set(object, *value->as<Object>());
+    // An object slot takes only an object; a value slot takes a value by Let.
+    if (member.result == VarType::Object ? !value->isObject() : kind == InvokeKind::PropertyPutRef)
+        raise(kObjectRequired);
+    member.set(object, *value);
     return Variant();
 }
 
@@ -169,7 +171,9 @@ Variant Invoke(Dispatchable& object, const Member& member, InvokeKind kind, Argu
 
 std::string Signature(const Member& member) {
     std::string out = member.name;
-    if (member.kind == MemberKind::Property) return out + " As Object (property: get, Set)";
+    if (member.kind == MemberKind::Property)
+        return out + " As " + member.resultType +
+               (member.result == VarType::Object ? " (property: get, Set)" : " (property: get, Let)");
     if (member.kind == MemberKind::Method || !member.params.empty()) {
         out += "(";
         for (std::size_t i = 0; i < member.params.size(); ++i) {

@@ -46,7 +46,8 @@ struct Member;
 using Invoker = Variant (*)(Dispatchable& object, const Member& member, std::span<Variant* const> args);
 
 // Method: a call. PropertyGet: a read-only property computed by a call (it
-// may take arguments). Property: an object slot, read and Set.
+// may take arguments). Property: a slot of the object, read and written (an
+// object slot by Set, a value slot by Let).
 enum class MemberKind { Method, PropertyGet, Property };
 
 struct Member {
@@ -59,8 +60,8 @@ struct Member {
     bool hidden = false;     // left out of browsers (the enumerator)
     std::string help;
     Invoker call = nullptr;
-    Object (*get)(Dispatchable&) = nullptr;       // properties
-    void (*set)(Dispatchable&, Object) = nullptr;  // properties
+    Variant (*get)(Dispatchable&) = nullptr;              // properties
+    void (*set)(Dispatchable&, const Variant&) = nullptr;  // properties
 
     // The id automation fixes for this member instead of the derived one.
     Member withId(std::int32_t fixed) && {
@@ -287,10 +288,13 @@ template <class C, class R, class... P, R (C::*Fn)(P...) const>
 struct Invoke<Fn> : Caller<Fn, C, R, P...> {};
 
 template <auto Field> struct SlotOf;
-template <class C, Object C::*Field>
+template <class C, class T, T C::*Field>
 struct SlotOf<Field> {
-    static Object get(Dispatchable& object) { return static_cast<C&>(object).*Field; }
-    static void set(Dispatchable& object, Object value) { static_cast<C&>(object).*Field = std::move(value); }
+    using Type = T;
+    static Variant get(Dispatchable& object) { return ToResult<T>(static_cast<C&>(object).*Field); }
+    static void set(Dispatchable& object, const Variant& value) {
+        static_cast<C&>(object).*Field = FromArgument<T>(value);
+    }
 };
 
 }  // namespace dispatch_detail
@@ -349,7 +353,7 @@ Member Method(const char* name, const char* help, Ps... params) {
     return m;
 }
 
-// An object slot: read, and stored by Set.
+// A slot of the object: read, and stored by Set (an Object) or Let (a value).
 template <auto Field>
 Member Property(const char* name, const char* help) {
     Member m;
@@ -359,8 +363,9 @@ Member Property(const char* name, const char* help) {
     m.set = &dispatch_detail::SlotOf<Field>::set;
     m.help = help;
     m.id = MemberId(name);
-    m.result = VarType::Object;
-    m.resultType = "Object";
+    using T = typename dispatch_detail::SlotOf<Field>::Type;
+    m.result = dispatch_detail::TypeOf<T>::type;
+    m.resultType = dispatch_detail::TypeOf<T>::name;
     return m;
 }
 

@@ -386,8 +386,38 @@ std::vector<Member> BuildTable() {
                                 ByRef("lpKeyName"), ByRef("lpDate"), ByRef("lpRegINI")),
         Method<&C::LOADRegDate>("LOADRegDate", "Loads a date setting, or lpStd.", ByRef("lpParagraf"),
                                 ByRef("lpKeyName"), ByRef("lpStd"), ByRef("lpRegINI")),
+
+        // System information and the shell
+        Method<&C::GetSysDir>("GetSysDir", "A system folder (En_SysDir) ending in \\, or \"\".", ByVal("Quale")),
         Method<&C::GetWindowsVer>("GetWindowsVer", "The name and version of the operating system."),
         Method<&C::GetWindowsBit>("GetWindowsBit", "64 on a 64-bit system, else 32."),
+        Method<&C::GetPCName>("GetPCName", "The computer's short network name."),
+        Method<&C::GetWinUserName>("GetWinUserName", "The login name of the user."),
+        Method<&C::Is_ThemeActive>("Is_ThemeActive", "Whether a visual theme is active for applications."),
+        Method<&C::GetProviderType>("GetProviderType",
+                                    "How the machine reaches the Internet: \"LAN\", \"MODEM\", \"PROXY\", \"OFFLINE\" or \"\"."),
+        Method<&C::Ext2Pgm>("Ext2Pgm", "The program that opens files of an extension (\"txt\", \".TXT\", a path), or \"\".",
+                            ByVal("Estensione")),
+        Method<&C::ApriSito>("ApriSito",
+                             "Opens an http, https or mailto address (a bare host name as http); no other scheme.",
+                             ByVal("Url")),
+        Method<&C::GetIP>("GetIP", "The first local IPv4 address, or \"\"."),
+        Method<&C::SaveIP>("SaveIP", "Writes the local IPv4 addresses to a file, one a line (appends with B_Appe).",
+                           ByVal("T_File"), OptVal("B_Appe", kFalse)),
+        Method<&C::SaveIP2Str>("SaveIP2Str", "The local IPv4 addresses, one a line (CR LF between)."),
+
+        // Password scrambling and the master user
+        Method<&C::PwdCrypt>("PwdCrypt",
+                             "Scrambles a password into hexadecimal: obfuscation with a public key, not encryption.",
+                             ByVal("T_Pwd")),
+        Method<&C::PwdDeCrypt>("PwdDeCrypt", "Unscrambles PwdCrypt's text (obfuscation, not encryption); \"\" if bad.",
+                               ByVal("T_Crypt")),
+        Method<&C::UserInit>("UserInit", "Fills the DlK_ user properties; True when Appl has a master user and password.",
+                             ByVal("Appl")),
+        Property<&C::DlK_WinUser>("DlK_WinUser", "The login name UserInit read."),
+        Property<&C::DlK_PCName>("DlK_PCName", "The computer name UserInit read."),
+        Property<&C::DlK_MasterUser>("DlK_MasterUser", "The master user of the application, from the settings store."),
+        Property<&C::DlK_MasterPwd>("DlK_MasterPwd", "The master user's password as PwdCrypt scrambled it."),
 
         // Form and window helpers
         Method<&C::FormPrimoPiano>("FormPrimoPiano", "Keeps a form above all other windows, or releases it.",

@@ -102,8 +102,10 @@ void PrintMember(const Member& m) {
     else if (!m.resultType.empty()) result = IdlType(m.result, m.resultType);
 
     if (m.kind == MemberKind::Property) {
-        std::printf("        [%s, propget] IDispatch* %s();\n", attrs.c_str(), m.name.c_str());
-        std::printf("        [%s, propputref] void %s([in] IDispatch* value);\n", attrs.c_str(), m.name.c_str());
+        const bool object = m.result == VarType::Object;
+        std::printf("        [%s, propget] %s %s();\n", attrs.c_str(), result.c_str(), m.name.c_str());
+        std::printf("        [%s, %s] void %s([in] %s value);\n", attrs.c_str(), object ? "propputref" : "propput",
+                    m.name.c_str(), result.c_str());
         return;
     }
     if (m.kind == MemberKind::PropertyGet) attrs += ", propget";

@@ -1,5 +1,6 @@
 // The host on POSIX: the system clock, messages written to the standard
-// error stream, the terminal bell.
+// error stream, the terminal bell; programs and documents go to the
+// desktop's opener (xdg-open), by argument vector, never through a shell.
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -97,7 +98,11 @@ public:
     }
     String applicationName() override { return app_; }
     bool startProgram(const String& commandLine) override { return startExplorer(commandLine); }
-    bool openDocument(const String&) override { return false; }
+    // The desktop's opener with the target as its only argument.
+    bool openDocument(const String& target) override {
+        const std::string opener = onPath("xdg-open");
+        return !opener.empty() && spawn({opener, ToUtf8(target)});
+    }
 
 private:
     String app_;
