@@ -10,7 +10,6 @@ class NoFileTable final : public FileTable {};
 class NoProfileFiles final : public ProfileFiles {};
 class NoRegistryStore final : public RegistryStore {};
 class NoWindowSystem final : public WindowSystem {};
-class NoMachine final : public Machine {};
 
 }  // namespace
 
@@ -22,7 +21,7 @@ WindowsPlatform::WindowsPlatform(PlatformSettings settings)
       profiles_(std::make_unique<NoProfileFiles>()),
       registry_(std::make_unique<NoRegistryStore>()),
       windows_(std::make_unique<NoWindowSystem>()),
-      machine_(std::make_unique<NoMachine>()) {}
+      machine_(makeWindowsMachine(settings_)) {}
 
 std::shared_ptr<Platform> makeSystemPlatform(PlatformSettings settings) {
     return std::make_shared<WindowsPlatform>(std::move(settings));

@@ -11,6 +11,7 @@ namespace kiv {
 
 std::unique_ptr<Host> makeWindowsHost(const PlatformSettings& settings);
 std::unique_ptr<FileSystem> makeWindowsFileSystem(const PlatformSettings& settings);
+std::unique_ptr<Machine> makeWindowsMachine(const PlatformSettings& settings);
 
 class WindowsPlatform final : public Platform {
 public:
