@@ -60,7 +60,8 @@ void Cl_KIV::FadeForm2(const Object& Frm, Long Colore1, Long Colore2, Boolean Ve
                                    : Channel(Colore1, Colore2, 0, static_cast<Long>(k), static_cast<Long>(n)) |
                                          Channel(Colore1, Colore2, 8, static_cast<Long>(k), static_cast<Long>(n)) |
                                          Channel(Colore1, Colore2, 16, static_cast<Long>(k), static_cast<Long>(n));
-        const WindowSystem::Rect band = Verticale ? WindowSystem::Rect{0, start, w, end} : WindowSystem::Rect{start, 0, end, h};
+        const WindowSystem::Rect band =
+            Verticale ? WindowSystem::Rect{0, start, w, end} : WindowSystem::Rect{start, 0, end, h};
         windows.fillRect(hWnd, band, colour);
     }
 }

@@ -20,10 +20,10 @@ constexpr Long kListSetHorizontalExtent = 404;  // LB_SETHORIZONTALEXTENT
 Long Count(const Object& Lst) { return ToLong(GetMember(Lst, "ListCount")); }
 String Item(const Object& Lst, Long i) { return ToText(GetMember(Lst, "List", Variant(i))); }
 
-bool EndsWithCaseBlind(const std::string& text, std::string_view end) {
-    if (text.size() < end.size()) return false;
-    return std::equal(end.begin(), end.end(), text.end() - static_cast<std::ptrdiff_t>(end.size()),
-                      [](char a, char b) { return std::tolower(static_cast<unsigned char>(a)) == std::tolower(static_cast<unsigned char>(b)); });
+// A type name ending in "ComboBox", letter case aside ("VB.ComboBox" too).
+bool IsCombo(const Object& Lst) {
+    const String type = FromUtf8(Lst->typeName());
+    return CaseBlindEqual(Right(type, 8), u"ComboBox");
 }
 
 }  // namespace
@@ -71,7 +71,8 @@ Long Cl_KIV::GetListWdt(const Object& Lst) {
     if (n <= 0) return 0;
     const Long hWnd = ToLong(GetMember(Lst, "hWnd"));
     Long widest = 0;
-    for (Long i = 0; i < n; ++i) widest = std::max(widest, platform().windows().textWidth(hWnd, Item(Lst, i)));
+    WindowSystem& windows = platform().windows();
+    for (Long i = 0; i < n; ++i) widest = std::max(widest, windows.textWidth(hWnd, Item(Lst, i)));
     return checkedLong(std::int64_t{widest} + kTextMargin);
 }
 
@@ -79,7 +80,7 @@ Long Cl_KIV::AllargaList(const Object& Lst, Long Extra) {
     // 1.
     const Long W = std::max<Long>(checkedLong(std::int64_t{GetListWdt(Lst)} + Extra), 0);
     // 2., 3. A combo box widens its drop-down; a list box gets a scroll bar.
-    const Long message = EndsWithCaseBlind(Lst->typeName(), "ComboBox") ? kComboSetDroppedWidth : kListSetHorizontalExtent;
+    const Long message = IsCombo(Lst) ? kComboSetDroppedWidth : kListSetHorizontalExtent;
     platform().windows().sendMessage(ToLong(GetMember(Lst, "hWnd")), message, W, 0);
     // 4.
     return W;
@@ -90,7 +91,8 @@ Long Cl_KIV::CercaList(const Object& Lst, const String& T_Cerca, Boolean Esatto,
     for (Long i = 0; i < n; ++i) {
         const String item = Item(Lst, i);
         const bool match = Esatto ? CaseBlindEqual(item, T_Cerca)
-                                  : item.size() >= T_Cerca.size() && CaseBlindEqual(item.substr(0, T_Cerca.size()), T_Cerca);
+                                  : item.size() >= T_Cerca.size() &&
+                                        CaseBlindEqual(item.substr(0, T_Cerca.size()), T_Cerca);
         if (match) {
             if (Seleziona) SetMember(Lst, "ListIndex", Variant(i));
             return i;
