@@ -16,6 +16,7 @@
 #include "frame/errors.hpp"
 #include "frame/platform.hpp"
 #include "system/posix/posix_platform.hpp"
+#include "test_support.hpp"
 
 namespace kiv {
 namespace {
@@ -167,6 +168,34 @@ TEST_F(FormsScreen, ListsAreMeasuredInTheirOwnFont) {
     EXPECT_EQ(kiv.GetListWdt(list), 3 * 4 + 8);
     EXPECT_EQ(kiv.AllargaList(list, 1), 21);
     EXPECT_EQ(windows().calls, (std::vector<std::string>{"msg 1 352 21"}));
+}
+
+// A list of a host whose controls have no NewIndex: the data goes to the
+// last item. Any other error of that read is the host's to see.
+class ListWithoutNewIndex final : public Dispatchable {
+public:
+    std::string typeName() const override { return "ListBox"; }
+    Variant invoke(std::string_view member, InvokeKind, Arguments& args) override {
+        if (member == "Clear") items.clear();
+        else if (member == "AddItem") items.push_back({ToText(*args.positional[0]), 0});
+        else if (member == "ListCount") return Variant(static_cast<Integer>(items.size()));
+        else if (member == "ItemData")
+            items.at(static_cast<std::size_t>(ToLong(*args.positional[0]))).second = ToLong(*args.positional[1]);
+        else if (member == "NewIndex" && newIndexError != 0) raise(newIndexError);
+        else raise(kNotSupported);
+        return Variant();
+    }
+    std::vector<std::pair<String, Long>> items;
+    int newIndexError = 0;
+};
+
+TEST(FormsLists, WithoutNewIndexTheDataGoesToTheLastItem) {
+    Cl_KIV kiv;
+    auto list = std::make_shared<ListWithoutNewIndex>();
+    EXPECT_EQ(kiv.Pipe2List(u"a#1|b|c#3", list, u"|", true, false, u"#"), 3);
+    EXPECT_EQ(list->items, (std::vector<std::pair<String, Long>>{{u"a", 1}, {u"b", 0}, {u"c", 3}}));
+    list->newIndexError = kTypeMismatch;
+    EXPECT_EQ(testing::ErrorOf([&] { kiv.Pipe2List(u"x#1", list, u"|", true, false, u"#"); }), kTypeMismatch);
 }
 
 TEST(FormsPosixSeam, NoScreenNoClientAreaEightPixelsPerCharacter) {
