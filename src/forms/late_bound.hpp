@@ -11,5 +11,13 @@ namespace kiv {
 
 // The value of a property (or of a member called without arguments).
 Variant GetMember(const Object& object, std::string_view name);
+// An indexed property such as List(i).
+Variant GetMember(const Object& object, std::string_view name, const Variant& index);
+// Sets a property, or an indexed one such as ItemData(i).
+void SetMember(const Object& object, std::string_view name, const Variant& value);
+void SetMember(const Object& object, std::string_view name, const Variant& index, const Variant& value);
+// Calls a method with one argument (AddItem) or none (Clear).
+void CallMember(const Object& object, std::string_view name);
+void CallMember(const Object& object, std::string_view name, const Variant& argument);
 
 }  // namespace kiv

@@ -364,6 +364,30 @@ public:
     void FormPrimoPiano(const Object& Myfrm, Boolean SetOnTop);
     void TimerProc(Long hWnd, Long uMsg, Long idEvent, Long dwTime);
     void ejec(const Variant& Nf);
+    // Form geometry kept in an INI file (forms/form_geometry.cpp)
+    Boolean FormSizeSAVE(const Object& Frm, const String& lpFileName = u"");
+    Boolean FormSizeLOAD(const Object& Frm, const String& lpFileName = u"", Boolean SoloPosizione = false);
+    // The key filter of amount boxes (forms/amount_keys.cpp)
+    Integer TestDec(Ref<Integer> KeyAscii, const Object& Txt = nullptr, Integer N_Dec = 2, Boolean Negativo = false);
+    // Dates and times checked on leaving a box (forms/focus_validators.cpp)
+    Boolean LostFocusDate(const Object& Txt, Boolean Vuota = true, Boolean Avvisa = false);
+    Boolean LostFocusTime(const Object& Txt, Boolean Vuota = true, Boolean ConSec = false, Boolean Avvisa = false,
+                          const String& Sep = u":");
+    // List and combo boxes (forms/lists.cpp)
+    Long Pipe2List(const String& T_Row, const Object& Lst, const String& Sep = u"|", Boolean Pulisci = true,
+                   Boolean Trimmed = false, const String& DataSep = u"");
+    Long GetListWdt(const Object& Lst);
+    Long AllargaList(const Object& Lst, Long Extra = 0);
+    Long CercaList(const Object& Lst, const String& T_Cerca, Boolean Esatto = true, Boolean Seleziona = false);
+    Long SelItemData(const Object& Lst, Long N_Data);
+    Long GetItemData(const Object& Lst, Long Std = 0);
+    String List2Pipe(const Object& Lst, const String& Sep = u"|");
+    // A list written to a text file (forms/list_export.cpp)
+    String List2Txt(const Object& Lst, const String& T_File = u"", const String& Titolo = u"", Boolean Apri = true);
+    void Lst2Txt(const Object& Lst, const String& Titolo = u"");
+    // A gradient painted on a form (forms/gradient.cpp)
+    void FadeForm2(const Object& Frm, Long Colore1 = 16711680, Long Colore2 = 0, Boolean Verticale = true,
+                   Integer N_Bande = 64);
 
 private:
     friend struct ClKivPrivate;  // lets the unit tests reach the private operations

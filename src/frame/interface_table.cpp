@@ -13,6 +13,8 @@ const Variant kNoText = Variant(u"");
 const Variant kPipe = Variant(u"|");
 const Variant kFalse = Variant(false);
 const Variant kCrLf = Variant(u"\r\n");
+const Variant kTrue = Variant(true);
+const Variant kNothing = Variant(Object());
 Variant I(int v) { return Variant(static_cast<Integer>(v)); }
 Variant L(int v) { return Variant(static_cast<Long>(v)); }
 Variant D(double v) { return Variant(v); }
@@ -425,6 +427,37 @@ std::vector<Member> BuildTable() {
         Method<&C::TimerProc>("TimerProc", "Timer callback: stops the timer; timer &H5000 confirms the pending dialog box.",
                               ByVal("hWnd"), ByVal("uMsg"), ByVal("idEvent"), ByVal("dwTime")),
         Method<&C::ejec>("ejec", "Ejects the page: a form feed printed to the open file number Nf.", ByRef("Nf")),
+        Method<&C::FormSizeSAVE>("FormSizeSAVE", "Saves a normal form's place and size in section FormSize of an INI file.",
+                                 ByRef("Frm"), OptVal("lpFileName", kNoText)),
+        Method<&C::FormSizeLOAD>("FormSizeLOAD", "Puts a normal form back where FormSizeSAVE left it, kept on the screen.",
+                                 ByRef("Frm"), OptVal("lpFileName", kNoText), OptVal("SoloPosizione", kFalse)),
+        Method<&C::TestDec>("TestDec", "Key filter of an amount box: the key if it keeps a valid amount, else 0.",
+                            ByRef("KeyAscii"), OptRef("Txt", kNothing), OptVal("N_Dec", I(2)), OptVal("Negativo", kFalse)),
+        Method<&C::LostFocusDate>("LostFocusDate", "Completes a typed date to dd/mm/yyyy; False when it is not a date.",
+                                  ByRef("Txt"), OptVal("Vuota", kTrue), OptVal("Avvisa", kFalse)),
+        Method<&C::LostFocusTime>("LostFocusTime", "Completes a typed time to hh:mm[:ss]; False when it is not a time.",
+                                  ByRef("Txt"), OptVal("Vuota", kTrue), OptVal("ConSec", kFalse), OptVal("Avvisa", kFalse),
+                                  OptVal("Sep", Variant(u":"))),
+        Method<&C::Pipe2List>("Pipe2List", "Adds the fields of a record to a list (DataSep splits off ItemData).",
+                              ByVal("T_Row"), ByRef("Lst"), OptVal("Sep", kPipe), OptVal("Pulisci", kTrue),
+                              OptVal("Trimmed", kFalse), OptVal("DataSep", kNoText)),
+        Method<&C::GetListWdt>("GetListWdt", "The width in pixels that shows a list's widest item.", ByRef("Lst")),
+        Method<&C::AllargaList>("AllargaList", "Widens a list's scroll extent or a combo's drop-down to its widest item.",
+                                ByRef("Lst"), OptVal("Extra", L(0))),
+        Method<&C::CercaList>("CercaList", "The index of the item equal to (or beginning with) a text, case-blind; -1.",
+                              ByRef("Lst"), ByVal("T_Cerca"), OptVal("Esatto", kTrue), OptVal("Seleziona", kFalse)),
+        Method<&C::SelItemData>("SelItemData", "Selects the first item with that ItemData; -1 clears the selection.",
+                                ByRef("Lst"), ByVal("N_Data")),
+        Method<&C::GetItemData>("GetItemData", "The ItemData of the selected item, or Std with none selected.",
+                                ByRef("Lst"), OptVal("Std", L(0))),
+        Method<&C::List2Pipe>("List2Pipe", "A list's items, each followed by Sep.", ByRef("Lst"), OptVal("Sep", kPipe)),
+        Method<&C::List2Txt>("List2Txt", "Writes a list's items to a text file and opens it; the file, or \"\".",
+                             ByRef("Lst"), OptVal("T_File", kNoText), OptVal("Titolo", kNoText), OptVal("Apri", kTrue)),
+        Method<&C::Lst2Txt>("Lst2Txt", "Shows a list's items in the text viewer.", ByRef("Lst"),
+                            OptVal("Titolo", kNoText)),
+        Method<&C::FadeForm2>("FadeForm2", "Paints a gradient of N_Bande bands from Colore1 to Colore2 on a form.",
+                              ByRef("Frm"), OptVal("Colore1", L(16711680)), OptVal("Colore2", L(0)),
+                              OptVal("Verticale", kTrue), OptVal("N_Bande", I(64))),
     };
 }
 

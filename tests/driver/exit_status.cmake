@@ -59,7 +59,7 @@ endif()
 
 execute_process(COMMAND ${KIV} list Item RESULT_VARIABLE rc OUTPUT_VARIABLE out)
 expect("list of Col_KIV's default member" "${out}"
-       "Col_KIV.Item(ByRef vntIndexKey As Variant) As Object (property: get, default member)\n")
+       "SelItemData(ByRef Lst As Object, ByVal N_Data As Long) As Long\nGetItemData(ByRef Lst As Object, Optional ByVal Std As Long = 0) As Long\nCol_KIV.Item(ByRef vntIndexKey As Variant) As Object (property: get, default member)\n")
 
 execute_process(COMMAND ${KIV} help REG_DWORD RESULT_VARIABLE rc OUTPUT_VARIABLE out)
 expect("help of a constant" "${out}" "REG_DWORD = 4  (constant, Long)\n")

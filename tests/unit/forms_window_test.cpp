@@ -3,6 +3,7 @@
 // POSIX system has no window system to find.
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -37,6 +38,11 @@ public:
         return true;
     }
     void sendKeys(const String&) override { calls.push_back("keys"); }
+    Long sendMessage(Long, Long, Long, Long) override { return 0; }
+    bool fillRect(Long, const Rect&, Long) override { return false; }
+    Long textWidth(Long, const String&) override { return 0; }
+    std::optional<Rect> clientRect(Long) override { return std::nullopt; }
+    std::optional<Rect> virtualScreen() override { return std::nullopt; }
 
     Long dialog = 0;
     std::vector<std::string> calls;

@@ -99,6 +99,19 @@ bool DriverWindowSystem::setForegroundWindow(Long hWnd) {
 
 void DriverWindowSystem::sendKeys(const String& keys) { out_.line("Window SendKeys " + QuotedText(keys)); }
 
+Long DriverWindowSystem::sendMessage(Long hWnd, Long msg, Long wParam, Long lParam) {
+    out_.line("Window SendMessage " + Number(hWnd) + " " + Number(msg) + " " + Number(wParam) + " " + Number(lParam));
+    return 0;
+}
+
+bool DriverWindowSystem::fillRect(Long hWnd, const Rect& r, Long colour) {
+    out_.line("Window FillRect " + Number(hWnd) + " " + Number(r.left) + " " + Number(r.top) + " " + Number(r.right) +
+              " " + Number(r.bottom) + " " + Number(colour));
+    return true;
+}
+
+Long DriverWindowSystem::textWidth(Long, const String& text) { return 8 * static_cast<Long>(text.size()); }
+
 Long DriverWindowSystem::makeWindow(const String& className, const String& title) {
     const Long handle = 4096 + static_cast<Long>(windows_.size());
     windows_.push_back({className, title, handle});

@@ -45,6 +45,12 @@ public:
     Long findWindow(const String& className, const String& title) override;
     bool setForegroundWindow(Long hWnd) override;
     void sendKeys(const String& keys) override;
+    Long sendMessage(Long hWnd, Long msg, Long wParam, Long lParam) override;
+    bool fillRect(Long hWnd, const Rect& rect, Long colour) override;
+    // 8 pixels per character; there is no screen and no client area.
+    Long textWidth(Long hWnd, const String& text) override;
+    std::optional<Rect> clientRect(Long) override { return std::nullopt; }
+    std::optional<Rect> virtualScreen() override { return std::nullopt; }
 
     // A top-level window that findWindow will find; handles from 4096 up.
     Long makeWindow(const String& className, const String& title);

@@ -3,8 +3,8 @@
 namespace kiv {
 namespace {
 
-// No window system here: every call is a no-op that finds nothing, and the
-// screen is taken at 96 dpi.
+// No window system here: every call is a no-op that finds nothing, the
+// screen is taken at 96 dpi and text at 8 pixels per character.
 class PosixWindowSystem final : public WindowSystem {
 public:
     Double twipsPerPixelX() override { return 15.0; }
@@ -14,6 +14,11 @@ public:
     Long findWindow(const String&, const String&) override { return 0; }
     bool setForegroundWindow(Long) override { return false; }
     void sendKeys(const String&) override {}
+    Long sendMessage(Long, Long, Long, Long) override { return 0; }
+    bool fillRect(Long, const Rect&, Long) override { return false; }
+    Long textWidth(Long, const String& text) override { return 8 * static_cast<Long>(text.size()); }
+    std::optional<Rect> clientRect(Long) override { return std::nullopt; }
+    std::optional<Rect> virtualScreen() override { return std::nullopt; }
 };
 
 }  // namespace
