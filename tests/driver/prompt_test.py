@@ -39,6 +39,13 @@ class Session:
         self.seen = self.seen[self.seen.index(text) + len(text):]
         return True
 
+    def ready(self):
+        """Waits for the prompt: keys sent earlier could reach the terminal
+        before the line editor has taken it over."""
+        ok = self.wait_for("kiv> ")
+        time.sleep(0.2)
+        return ok
+
     def send(self, keys):
         os.write(self.fd, keys.encode())
 
@@ -64,13 +71,14 @@ def expect(what, ok):
 
 with tempfile.TemporaryDirectory() as state:
     s = Session(state)
-    expect("banner", s.wait_for("type help, list, or a line; Ctrl-D to leave"))
+    expect("banner", s.wait_for("type help, list, or a line; Ctrl-D to leave") and s.ready())
     s.send('x = "ab"\r')
     s.send("x\r")
     expect("a bare expression is printed", s.wait_for('String "ab"'))
     s.send("PoniADes x, 4\r? x\r")
     expect("statement-form call", s.wait_for('String "ab"'))
     # Ctrl-C drops the half-typed line; the session goes on.
+    s.ready()
     s.send("? Repl(3, \x03")
     s.send("? Len(x)\r")
     expect("Ctrl-C keeps the session", s.wait_for("Long 2"))
@@ -95,14 +103,14 @@ with tempfile.TemporaryDirectory() as state:
 
     # A second session finds the history: Up brings back the last line.
     s = Session(state)
-    expect("second banner", s.wait_for("Ctrl-D to leave"))
+    expect("second banner", s.wait_for("Ctrl-D to leave") and s.ready())
     s.send("\x1b[A\x1b[A\r")  # the last line was "exit"
     expect("history across sessions", s.wait_for("FmtNum("))
     s.send("quit\r")
     expect("quit", s.status() == 0)
 
     s = Session(state)
-    expect("third banner", s.wait_for("Ctrl-D to leave"))
+    expect("third banner", s.wait_for("Ctrl-D to leave") and s.ready())
     s.send("\x04")
     expect("Ctrl-D leaves with status 0", s.status() == 0)
 
