@@ -40,6 +40,7 @@ struct ParamSpec {
     Variant defaultValue;     // what an omitted argument becomes
     VarType type = VarType::Variant;
     std::string typeName;     // "Integer", "EnCF_Result", "String()", ...
+    bool changed = false;     // the operation writes to it (a Ref<T> in C++)
 };
 
 struct Member;
@@ -59,6 +60,10 @@ struct Member {
     std::int32_t id = 0;     // stable member id (DISPID)
     bool hidden = false;     // left out of browsers (the enumerator)
     std::string help;
+    // Lines of kiv script using the member, and what they print (one line
+    // each, "\n" between): shown by `kiv help`, checked by a test.
+    std::string example;
+    std::string exampleOutput;
     Invoker call = nullptr;
     Variant (*get)(Dispatchable&) = nullptr;              // properties
     void (*set)(Dispatchable&, const Variant&) = nullptr;  // properties
@@ -74,6 +79,11 @@ struct Member {
     }
     Member asHidden() && {
         hidden = true;
+        return std::move(*this);
+    }
+    Member withExample(const char* lines, const char* output) && {
+        example = lines;
+        exampleOutput = output;
         return std::move(*this);
     }
 };
@@ -338,6 +348,7 @@ Member Method(const char* name, const char* help, Ps... params) {
              published.hasDefault = p.hasDefault;
              published.type = dispatch_detail::TypeOf<S>::type;
              published.typeName = dispatch_detail::TypeOf<S>::name;
+             published.changed = I::template writes<K>;
              if (p.hasDefault) published.defaultValue = p.defaultValue;
              else if constexpr (std::is_same_v<S, Variant>) published.defaultValue = Variant::missing();
              else if constexpr (std::is_default_constructible_v<S>) published.defaultValue = dispatch_detail::ToResult<S>(S{});

@@ -27,17 +27,20 @@ std::vector<Member> BuildTable() {
 
         // Padding and alignment
         Method<&C::AllineaDxSpazi>("AllineaDxSpazi", "Right-aligns fill with blanks in the width of Record, in place.",
-                                   ByRef("Record"), ByRef("fill")),
+                                   ByRef("Record"), ByRef("fill"))
+            .withExample("r = \"      \"\nAllineaDxSpazi r, \"ab\"\n? r", "String \"    ab\""),
         Method<&C::AllineaDxZeri>("AllineaDxZeri", "Right-aligns fill with zeros in LenCod characters.",
                                   ByRef("LenCod"), ByRef("fill")),
         Method<&C::AllineaSinZeri>("AllineaSinZeri", "Appends Pos zeros to stringa, in place.", ByRef("stringa"),
                                    ByRef("Pos")),
         Method<&C::PoniADes>("PoniADes", "Right-aligns the trimmed text in N characters, cutting its beginning.",
-                             ByRef("S"), ByRef("N")),
+                             ByRef("S"), ByRef("N"))
+            .withExample("? PoniADes(\" ab \", 4)", "String \"  ab\""),
         Method<&C::PoniASin>("PoniASin", "Left-aligns the trimmed text in N characters, cutting its end.",
                              ByRef("S"), ByRef("N")),
         Method<&C::Allunga>("Allunga", "Lengthens S to B characters with copies of C; never cuts.", ByVal("S"),
-                            ByRef("B"), OptRef("C", Variant(u" "))),
+                            ByRef("B"), OptRef("C", Variant(u" ")))
+            .withExample("? Allunga(\"ab\", 5, \".\")", "String \"ab...\""),
         Method<&C::MettiADes>("MettiADes", "Right-aligns S in N characters with an optional filler; S becomes text.",
                               ByRef("S"), ByRef("N"), OptRef("Filler", kNoText)),
         Method<&C::MettiASin>("MettiASin", "Left-aligns S in N characters with an optional filler; S becomes text.",
@@ -45,7 +48,8 @@ std::vector<Member> BuildTable() {
         Method<&C::MettiInCentro>("MettiInCentro", "Centres S in N characters; a longer text is returned whole.",
                                   ByRef("S"), ByRef("N"), OptRef("Filler", kNoText), OptRef("NoTrim", kFalse)),
         Method<&C::Cntr>("Cntr", "Centres S in N characters (MettiInCentro without filler).", ByRef("S"), ByRef("N")),
-        Method<&C::Repl>("Repl", "Repeats Frase Volte times.", ByVal("Volte"), ByVal("Frase")),
+        Method<&C::Repl>("Repl", "Repeats Frase Volte times.", ByVal("Volte"), ByVal("Frase"))
+            .withExample("? Repl(3, \"ab\")", "String \"ababab\""),
         Method<&C::StrInsert>("StrInsert", "Overwrites S_Long from C_Pos with S_Short, keeping its length.",
                               ByRef("S_Long"), ByRef("S_Short"), ByRef("C_Pos"), OptRef("B_Trim", kFalse)),
         Method<&C::STR_Trunc>("STR_Trunc", "Cuts NCharToCut characters off the end of S.", ByRef("S"),
@@ -56,7 +60,8 @@ std::vector<Member> BuildTable() {
                              ByRef("S"), ByRef("C1"), ByRef("C2")),
         Method<&C::SostWord>("SostWord", "Replaces occurrences of Str_Find by Str_Repl from StartOccur, at most MaxOccur.",
                              ByRef("Str_0"), ByRef("Str_Find"), ByRef("Str_Repl"), OptVal("StartOccur", I(1)),
-                             OptRef("MaxOccur", I(0))),
+                             OptRef("MaxOccur", I(0)))
+            .withExample("? SostWord(\"a-b-c\", \"-\", \"+\")", "String \"a+b+c\""),
         Method<&C::SostLoChar>("SostLoChar", "Replaces control characters (in effect only code 31) by Nuovo.",
                                ByRef("S"), OptRef("Nuovo", Variant(u"."))),
         Method<&C::SostHiChar>("SostHiChar", "Replaces high characters (in effect only code 255) by Nuovo.",
@@ -95,7 +100,8 @@ std::vector<Member> BuildTable() {
         // Number formatting
         Method<&C::FmtNum>("FmtNum", "Formats a number right-aligned in Lun characters with Dec decimals.",
                            ByVal("N"), ByVal("Lun"), OptVal("Dec", I(0)), OptRef("Fl_Mig", kFalse),
-                           OptRef("Fill_Num", kNoText), OptRef("MaxEndingZeros", I(-1))),
+                           OptRef("Fill_Num", kNoText), OptRef("MaxEndingZeros", I(-1)))
+            .withExample("? FmtNum(1234.5, 10, 2, True)", "String \"  1'234,50\""),
         Method<&C::FmtNumOld>("FmtNumOld", "The previous number formatter, kept for old callers.", ByVal("N"),
                               ByVal("Lun"), OptRef("Dec", I(0)), OptRef("Fl_Mig", kFalse), OptRef("Fill_Num", kNoText)),
         Method<&C::NoVirg>("NoVirg", "An amount in Lun characters without the decimal comma.", ByVal("N"),
@@ -118,7 +124,8 @@ std::vector<Member> BuildTable() {
         Method<&C::Min>("Min", "The smaller of two values as a Double.", ByRef("a"), ByRef("B")),
         Method<&C::Minim>("Minim", "The smaller of two values, keeping its type.", ByRef("a"), ByRef("B")),
         Method<&C::Maxim>("Maxim", "The greater of two values, keeping its type.", ByRef("a"), ByRef("B")),
-        Method<&C::Incr>("Incr", "Adds QtaIncr to NumVar, in place.", ByRef("NumVar"), OptRef("QtaIncr", D(1.0))),
+        Method<&C::Incr>("Incr", "Adds QtaIncr to NumVar, in place.", ByRef("NumVar"), OptRef("QtaIncr", D(1.0)))
+            .withExample("n = 5\nIncr n, 2\n? n", "Double 7"),
         Method<&C::Decr>("Decr", "Subtracts QtaDecr from NumVar, in place.", ByRef("NumVar"), OptRef("QtaDecr", D(1.0))),
         Method<&C::Log10>("Log10", "Logarithm to the base 10.", ByRef("X")),
 
@@ -140,18 +147,21 @@ std::vector<Member> BuildTable() {
 
         // Amounts in Italian words
         Method<&C::Num2Let>("Num2Let", "An amount in Italian words, cents as a fraction (\"uno/50\").",
-                            ByVal("Importo"), OptVal("N_Dec", I(2)), OptVal("Sep", Variant(u"/"))),
+                            ByVal("Importo"), OptVal("N_Dec", I(2)), OptVal("Sep", Variant(u"/")))
+            .withExample("? Num2Let(21.5)", "String \"ventuno/50\""),
 
         // Date masks and conversions
         Method<&C::FormattaData>("FormattaData", "A compact date yyyymmdd as a masked date dd/mm/yyyy.", ByVal("sData")),
         Method<&C::FmtData>("FmtData", "Day, month and year as a masked date.", ByVal("dd"), ByVal("mm"), ByVal("yy")),
         Method<&C::Cal2Dat>("Cal2Dat", "Day, month and year as a masked date, by slots.", ByVal("d"), ByVal("M"),
                             ByVal("Y")),
-        Method<&C::Date2Mask>("Date2Mask", "A Date, compact Long or text as a masked date.", ByRef("Data")),
+        Method<&C::Date2Mask>("Date2Mask", "A Date, compact Long or text as a masked date.", ByRef("Data"))
+            .withExample("? Date2Mask(#2006-12-25#)", "String \"25/12/2006\""),
         Method<&C::Date20>("Date20", "The serial of a masked date; normalises the caller's text.", ByRef("S")),
         Method<&C::Zero2Date>("Zero2Date", "A date from 1900 on as dd/mm/yyyy, else the empty mask.", ByRef("Zz")),
         Method<&C::Zero2DateBl>("Zero2DateBl", "As Zero2Date, but blanks instead of the empty mask.", ByRef("Zz")),
-        Method<&C::Msk2Date>("Msk2Date", "A compact date text as a Long.", ByVal("Msk")),
+        Method<&C::Msk2Date>("Msk2Date", "A compact date text as a Long.", ByVal("Msk"))
+            .withExample("? Msk2Date(\"251206\")", "Long 251206"),
         Method<&C::Msk2Dat>("Msk2Dat", "A masked date as the compact Long yyyymmdd.", ByVal("Msk")),
         Method<&C::Msk2Str>("Msk2Str", "A masked date as the compact text yyyymmdd.", ByVal("Msk")),
         Method<&C::Msk2VarDate>("Msk2VarDate", "A typed date, however incomplete, as a Date.", ByVal("Msk_0")),
@@ -195,7 +205,8 @@ std::vector<Member> BuildTable() {
 
         // Seconds and clock differences
         Method<&C::Sec2Hh>("Sec2Hh", "Seconds as a clock text h:mm:ss, hours not limited to a day.", ByVal("Sec"),
-                           OptVal("Sep", Variant(u":")), OptVal("ConSec", Variant(true)), OptVal("Lun", I(0))),
+                           OptVal("Sep", Variant(u":")), OptVal("ConSec", Variant(true)), OptVal("Lun", I(0)))
+            .withExample("? Sec2Hh(3725)", "String \"1:02:05\""),
         Method<&C::Ora_Diff>("Ora_Diff", "The time from one clock text to another, across midnight.",
                              ByVal("Ora_Ini"), ByVal("Ora_Fin"), OptVal("Sep", Variant(u":"))),
 
@@ -234,14 +245,17 @@ std::vector<Member> BuildTable() {
 
         // Records as rows and columns
         Method<&C::Pipe2Rows>("Pipe2Rows", "The fields of a record, one per row.", ByVal("T_Row"),
-                              OptVal("Sep", kPipe), OptVal("Trimmed", kFalse), OptVal("RowSep", kCrLf)),
+                              OptVal("Sep", kPipe), OptVal("Trimmed", kFalse), OptVal("RowSep", kCrLf))
+            .withExample("? Pipe2Rows(\"a|b\")", "String \"a\" & Chr(13) & Chr(10) & \"b\""),
         Method<&C::Pipe2STRows>("Pipe2STRows", "Records laid out in fixed-width columns for printing.",
                                 ByVal("T_Rows"), ByVal("Larghezze"), OptVal("Sep", kPipe), OptVal("Gap", Variant(u" ")),
                                 OptVal("RowSep", kCrLf)),
 
         // Codice fiscale
-        Method<&C::Get_CheckCF>("Get_CheckCF", "The check character of a codice fiscale.", ByRef("T_Cf")),
-        Method<&C::Is_CFTest>("Is_CFTest", "Classifies a codice fiscale (EnCF_Result).", ByRef("T_Cf")),
+        Method<&C::Get_CheckCF>("Get_CheckCF", "The check character of a codice fiscale.", ByRef("T_Cf"))
+            .withExample("? Get_CheckCF(\"RSSMRA80A01H501\")", "String \"U\""),
+        Method<&C::Is_CFTest>("Is_CFTest", "Classifies a codice fiscale (EnCF_Result).", ByRef("T_Cf"))
+            .withExample("? Is_CFTest(\"RSSMRA80A01H501\")", "Long 2"),
         Method<&C::Is_CodFisc>("Is_CodFisc", "Whether a text has the shape of a codice fiscale.", ByRef("S_CF"),
                                OptRef("StrongAlfa", kFalse)),
         Method<&C::Is_CFAlfa>("Is_CFAlfa", "Strict test of a personal codice fiscale.", ByRef("T_Cf")),

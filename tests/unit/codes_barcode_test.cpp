@@ -2,6 +2,8 @@
 // each kind of code: verification, completion of a "?" and failure.
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include "codes/symbology.hpp"
 
 namespace kiv {
@@ -14,6 +16,13 @@ struct Case {
     bool valid;
     bool placeholder;
 };
+
+// How gtest shows a case: the type and the code, not the struct's bytes.
+void PrintTo(const Case& c, std::ostream* os) {
+    *os << "type " << c.type << " \"";
+    for (const char16_t* p = c.code; *p != u'\0'; ++p) *os << static_cast<char>(*p);
+    *os << "\"";
+}
 
 class CodesSymbology : public ::testing::TestWithParam<Case> {};
 
@@ -57,7 +66,16 @@ INSTANTIATE_TEST_SUITE_P(
         Case{codes::kSymNumericMod10, u"123?", u"1230", true, true},
         Case{codes::kSymNumericMod10, u"1230", u"1230", false, false},
         Case{3, u"anything?", u"anything?", true, true},
-        Case{10, u"", u"", true, false}));
+        Case{10, u"", u"", true, false}),
+    // "N_TypeT_CODE", the code's "?" as "Q" and other signs as "_".
+    [](const ::testing::TestParamInfo<Case>& c) {
+        std::string name = std::to_string(c.index) + "_Type" + std::to_string(c.param.type) + "_";
+        for (const char16_t* p = c.param.code; *p != u'\0'; ++p) {
+            const bool alnum = (*p >= u'0' && *p <= u'9') || (*p >= u'a' && *p <= u'z') || (*p >= u'A' && *p <= u'Z');
+            name += alnum ? static_cast<char>(*p) : *p == u'?' ? 'Q' : '_';
+        }
+        return name;
+    });
 
 }  // namespace
 }  // namespace kiv

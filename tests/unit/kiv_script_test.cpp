@@ -132,7 +132,7 @@ TEST(KivCanonical, DatesPrintYearFirstWithTheTimeOnlyWhenThereIsOne) {
 
 class KivHost : public ::testing::Test {
 protected:
-    Output out{true, {}};
+    Output out{true, {}, {}};
     DriverHost host{out, PlatformSettings{}};
 };
 

@@ -8,6 +8,11 @@
 namespace kiv::script {
 
 void Output::line(const std::string& text) {
+    if (!pending.empty()) {
+        std::string first = std::move(pending);
+        pending.clear();
+        line(first);
+    }
     if (collect) {
         lines.push_back(text);
     } else {

@@ -1,5 +1,7 @@
 #include "interpreter.hpp"
 
+#include <algorithm>
+#include <cstdio>
 #include <new>
 #include <stdexcept>
 
@@ -8,6 +10,7 @@
 #include "frame/convert.hpp"
 #include "frame/dispatch.hpp"
 #include "frame/errors.hpp"
+#include <exception>
 
 namespace kiv::script {
 namespace {
@@ -26,20 +29,50 @@ constexpr std::int64_t kMaxElements = std::int64_t{1} << 24;
 
 Interpreter::Interpreter(Output& out) : out_(out), default_(std::make_shared<Cl_KIV>()) {}
 
-void Interpreter::execute(const Statement& statement) {
+bool Interpreter::execute(const Statement& statement) {
+    failing_.clear();
+    long number = 0;
+    std::string description;
     try {
         run(statement);
+        return true;
     } catch (const RuntimeError& e) {
-        out_.line("Error " + std::to_string(e.number()) + ": " + e.description());
+        number = e.number();
+        description = e.description();
     } catch (const std::bad_alloc&) {
-        out_.line("Error 7: " + describeError(kOutOfMemory));
+        number = 7;
+        description = describeError(kOutOfMemory);
     } catch (const std::length_error&) {
-        out_.line("Error 7: " + describeError(kOutOfMemory));
+        number = 7;
+        description = describeError(kOutOfMemory);
     } catch (const std::exception& e) {
-        out_.line("Error 5: " + describeError(kInvalidCall) + " (" + e.what() + ")");
+        number = 5;
+        description = describeError(kInvalidCall) + " (" + e.what() + ")";
     } catch (...) {
-        out_.line("Error 5: " + describeError(kInvalidCall));
+        number = 5;
+        description = describeError(kInvalidCall);
     }
+    out_.line("Error " + std::to_string(number) + ": " + description);
+    if (diagnose) report(number, description);
+    return false;
+}
+
+void Interpreter::report(long number, const std::string& description) const {
+    std::string text = file_ + ":" + std::to_string(line_) + ": ";
+    if (const Member* m = FindMember(failing_); m != nullptr) text += m->name + ": ";
+    else if (!failing_.empty()) text += failing_ + ": ";
+    text += "Error " + std::to_string(number) + ": " + description;
+    if (number == kNotSupported && !failing_.empty() && failing_.find('.') == std::string::npos &&
+        !isCallable(failing_)) {
+        if (const std::string near = ClosestName(failing_); !near.empty()) text += "; did you mean " + near + "?";
+    }
+    std::fprintf(stderr, "%s\n", text.c_str());
+}
+
+std::vector<std::string> Interpreter::variableNames() const {
+    std::vector<std::string> names;
+    for (const auto& [name, value] : variables_) names.push_back(name);
+    return names;
 }
 
 void Interpreter::run(const Statement& s) {
@@ -123,6 +156,13 @@ Variant Interpreter::call(const std::string& name, const std::vector<Argument>& 
         return var->array()->at(index);
     }
     if (const Builtin* b = FindBuiltin(name)) {
+        struct Blame {  // names the built-in when it, not an argument, fails
+            std::string& failing;
+            const char* name;
+            ~Blame() {
+                if (std::uncaught_exceptions() > 0 && failing.empty()) failing = name;
+            }
+        } blame{failing_, b->name};
         std::vector<Variant> values;
         for (const Argument& a : args) {
             if (a.kind == Argument::Kind::Named) raise(kNamedArgumentNotFound);
@@ -162,6 +202,7 @@ Variant Interpreter::dispatch(Dispatchable& target, const std::string& member, I
         result = member.empty() ? target.invokeById(kDefaultMemberId, kind, frame.args)
                                 : target.invoke(member, kind, frame.args);
     } catch (...) {
+        if (failing_.empty()) failing_ = member.empty() ? "(default member)" : member;
         // What the operation wrote before failing stays written.
         try {
             writeBack(frame);
@@ -261,6 +302,46 @@ void Interpreter::dim(const Statement& s) {
         dims.push_back({static_cast<Long>(lower), static_cast<Long>(count)});
     }
     define(s.name) = Variant(Array(s.ofStrings ? VarType::String : VarType::Variant, std::move(dims)));
+}
+
+}  // namespace kiv::script
+
+namespace kiv::script {
+
+namespace {
+
+std::size_t EditDistance(const std::string& a, const std::string& b) {
+    std::vector<std::size_t> row(b.size() + 1);
+    for (std::size_t j = 0; j <= b.size(); ++j) row[j] = j;
+    for (std::size_t i = 1; i <= a.size(); ++i) {
+        std::size_t diagonal = row[0];
+        row[0] = i;
+        for (std::size_t j = 1; j <= b.size(); ++j) {
+            const std::size_t above = row[j];
+            row[j] = std::min({row[j] + 1, row[j - 1] + 1, diagonal + (a[i - 1] == b[j - 1] ? 0 : 1)});
+            diagonal = above;
+        }
+    }
+    return row[b.size()];
+}
+
+}  // namespace
+
+std::string ClosestName(std::string_view name) {
+    const std::string wanted = Lower(name);
+    // A slip: at most two edits, and fewer than a third of the name.
+    std::size_t best = std::min<std::size_t>(3, wanted.size() / 3 + 1);
+    std::string closest;
+    auto consider = [&](const std::string& candidate) {
+        const std::size_t d = EditDistance(wanted, Lower(candidate));
+        if (d < best) {
+            best = d;
+            closest = candidate;
+        }
+    };
+    for (const Member& m : InterfaceMembers()) consider(m.name);
+    for (const Builtin& b : Builtins()) consider(b.name);
+    return closest;
 }
 
 }  // namespace kiv::script

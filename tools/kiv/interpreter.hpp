@@ -21,8 +21,22 @@ public:
     explicit Interpreter(Output& out);
 
     // Runs one statement; a run-time error is printed as "Error N: text" and
-    // the run goes on.
-    void execute(const Statement& statement);
+    // the run goes on. False when the statement ended in a run-time error.
+    bool execute(const Statement& statement);
+
+    // Where the next statements come from: a run-time error is also told on
+    // standard error as "FILE:LINE: NAME: Error N: text" when `diagnose` is set.
+    bool diagnose = false;
+    void at(std::string file, int line) {
+        file_ = std::move(file);
+        line_ = line;
+    }
+
+    // The next printed line is preceded by `text` (for --echo); forgotten if nothing prints.
+    void echo(std::string text) { out_.pending = std::move(text); }
+
+    // The script's variables, by lower-case name (for completion at the prompt).
+    std::vector<std::string> variableNames() const;
 
     // Evaluates an expression (errors propagate).
     Variant evaluate(const Expr& e);
@@ -60,7 +74,12 @@ private:
     Variant& define(const std::string& name);
     bool isCallable(const std::string& name) const;
 
+    void report(long number, const std::string& description) const;
+
     Output& out_;
+    std::string file_;
+    int line_ = 0;
+    std::string failing_;  // the innermost operation or member that raised the error
     Object default_;
     std::unordered_map<std::string, Variant> variables_;  // by lower-case name
 };
@@ -76,5 +95,9 @@ struct Builtin {
 };
 const Builtin* FindBuiltin(std::string_view name);
 const std::vector<Builtin>& Builtins();
+
+// The operation or built-in whose name is closest to `name` (a typing slip
+// away), or "" when none is.
+std::string ClosestName(std::string_view name);
 
 }  // namespace kiv::script

@@ -14,6 +14,9 @@ public:
     std::vector<std::string> lines;
 
     void line(const std::string& text);
+
+    // Written before the next line, if one comes (--echo: the statement that printed).
+    std::string pending;
 };
 
 }  // namespace kiv::script

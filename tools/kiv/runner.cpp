@@ -61,14 +61,30 @@ Script ParseScript(const std::string& file, std::string_view source, Mode mode) 
                 fail("a value alone is no statement (print it with ?)");
             script.lines.push_back({number, std::string(line), std::move(*s), {}});
         } catch (const ParseError& e) {
-            fail(e.what());
+            throw ScriptError(Located(file + ":" + std::to_string(number), line, e));
         }
     }
     return script;
 }
 
-void RunScript(const Script& script, Interpreter& interpreter) {
-    for (const ScriptLine& l : script.lines) interpreter.execute(l.statement);
+std::string Located(const std::string& where, std::string_view line, const ParseError& error) {
+    if (error.column == 0) return where + ": " + error.what();
+    std::string caret;
+    for (std::size_t k = 0; k + 1 < static_cast<std::size_t>(error.column) && k < line.size(); ++k)
+        caret += line[k] == '\t' ? '\t' : ' ';
+    return where + ": column " + std::to_string(error.column) + ": " + error.what() + "\n    " +
+           std::string(line) + "\n    " + caret + "^";
+}
+
+bool RunScript(const Script& script, Interpreter& interpreter, bool strict, bool echo) {
+    for (const ScriptLine& l : script.lines) {
+        interpreter.at(script.file, l.number);
+        if (echo) interpreter.echo("> " + std::string(TrimLeft(l.text)));
+        const bool ok = interpreter.execute(l.statement);
+        if (echo) interpreter.echo({});
+        if (!ok && strict) return false;
+    }
+    return true;
 }
 
 Tally CheckScript(const Script& script, Interpreter& interpreter, Output& out, std::ostream& report) {

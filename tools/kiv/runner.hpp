@@ -41,7 +41,12 @@ Script ParseScript(const std::string& file, std::string_view source, Mode mode);
 // One line of an eval argument or of the interactive prompt; ParseError when bad.
 std::optional<Statement> ParseEvalLine(std::string_view line);
 
-void RunScript(const Script& script, Interpreter& interpreter);
+// "WHERE: column C: message", then the line and a caret under the place.
+std::string Located(const std::string& where, std::string_view line, const ParseError& error);
+
+// Runs every line; with `strict`, stops at the first run-time error and
+// returns false. With `echo`, each printed value follows the line that printed it.
+bool RunScript(const Script& script, Interpreter& interpreter, bool strict = false, bool echo = false);
 
 struct Tally {
     int passed = 0;

@@ -23,6 +23,7 @@ struct Token {
     std::string text;  // the number as written, the name, the symbol
     String value;      // Text
     DateLiteralParts date;    // Date
+    int column = 0;           // where it starts, from 1
 };
 
 // Splits a line into tokens; a quote outside text starts a comment.
@@ -35,9 +36,16 @@ public:
         for (;;) {
             while (i_ < s_.size() && IsBlank(s_[i_])) ++i_;
             if (i_ >= s_.size() || s_[i_] == '\'') break;
-            out.push_back(next());
+            const int column = static_cast<int>(i_) + 1;
+            try {
+                out.push_back(next());
+            } catch (const ParseError& e) {
+                throw ParseError(e.what(), e.column != 0 ? e.column : column);
+            }
+            out.back().column = column;
         }
         out.push_back(Token{});
+        out.back().column = static_cast<int>(i_) + 1;
         return out;
     }
 
@@ -75,8 +83,9 @@ private:
         const std::size_t close = s_.find('#', i_ + 1);
         if (close == std::string_view::npos) return false;
         const std::string_view body = s_.substr(i_ + 1, close - i_ - 1);
-        return body.find_first_not_of("0123456789-: ") == std::string_view::npos &&
-               body.find_first_of("-:") != std::string_view::npos;
+        // "/" and "." too, so that a date written day first is refused by name.
+        return body.find_first_not_of("0123456789-:/. ") == std::string_view::npos &&
+               body.find_first_of("-:/") != std::string_view::npos;
     }
 
     Token number() {
@@ -133,15 +142,17 @@ private:
     static DateLiteralParts DateBody(std::string_view body) {
         DateLiteralParts d;
         std::size_t p = 0;
+        const std::string malformed = "malformed date #" + std::string(body) +
+                                      "#: dates are written year first, #yyyy-mm-dd#, #yyyy-mm-dd hh:nn:ss# or #hh:nn:ss#";
         auto field = [&](std::size_t minDigits, std::size_t maxDigits) {
             const std::size_t start = p;
             int v = 0;
             while (p < body.size() && IsAsciiDigit(body[p]) && p - start < maxDigits) v = v * 10 + (body[p++] - '0');
-            if (p - start < minDigits) throw ParseError("malformed date #" + std::string(body) + "#");
+            if (p - start < minDigits) throw ParseError(malformed);
             return v;
         };
         auto expect = [&](char c) {
-            if (p >= body.size() || body[p] != c) throw ParseError("malformed date #" + std::string(body) + "#");
+            if (p >= body.size() || body[p] != c) throw ParseError(malformed);
             ++p;
         };
         if (body.find('-') != std::string_view::npos) {
@@ -163,7 +174,7 @@ private:
                 d.second = field(1, 2);
             }
         }
-        if (p != body.size() || (!d.hasDate && !d.hasTime)) throw ParseError("malformed date #" + std::string(body) + "#");
+        if (p != body.size() || (!d.hasDate && !d.hasTime)) throw ParseError(malformed);
         static constexpr int kDays[] = {31, 29, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
         if (d.hasDate) {
             const bool leap = (d.year % 4 == 0 && d.year % 100 != 0) || d.year % 400 == 0;
@@ -204,17 +215,36 @@ public:
             s.explicitCall = true;
             if (!s.value->isCallForm()) throw ParseError("Call needs an operation");
         } else {
-            ExprPtr e = expression();
-            if (isSymbol("=")) {
+            if (isUnsupportedKeyword()) throw ParseError("'" + cur().text + "' is no statement of kiv; " + unknownStatement());
+            const std::size_t start = i_;
+            ExprPtr e;
+            std::optional<ParseError> failed;
+            try {
+                e = expression();
+            } catch (const ParseError& error) {
+                failed = error;
+            }
+            if (!failed && isSymbol("=")) {
                 s.kind = Statement::Kind::Assign;
                 assignment(s, std::move(e));
-            } else {
+            } else if (!failed && at(Token::Kind::End)) {
                 s.value = std::move(e);
+            } else if (t_[start].kind == Token::Kind::Name && !isLiteralName(t_[start].text)) {
+                // "Operation arg, arg" or "obj.Method arg, arg", as hosts write calls.
+                i_ = start;
+                s.value = statementCall();
+                s.explicitCall = true;
+            } else if (failed) {
+                throw *failed;
+            } else {
+                throw ParseError("unexpected " + describe(cur()) + " after a value; " + unknownStatement());
             }
         }
         if (!at(Token::Kind::End)) throw ParseError("unexpected " + describe(cur()) + " at the end of the line");
         return s;
     }
+
+    int column() const { return cur().column; }
 
 private:
     const Token& cur() const { return t_[i_]; }
@@ -248,6 +278,75 @@ private:
             case Token::Kind::Symbol: return "'" + t.text + "'";
         }
         return "?";
+    }
+
+    static bool isLiteralName(const std::string& name) {
+        const std::string k = Lower(name);
+        return k == "true" || k == "false" || k == "null" || k == "empty" || k == "nothing";
+    }
+
+    // Statements of the host language that kiv does not run.
+    bool isUnsupportedKeyword() const {
+        static const char* const kKeywords[] = {"if", "else", "elseif", "end", "for", "next", "do", "loop",
+                                                "while", "wend", "sub", "function", "select", "case", "with",
+                                                "exit", "goto", "gosub", "on", "redim", "const", "private",
+                                                "public", "option", "return", "resume", "erase", "debug"};
+        if (!at(Token::Kind::Name)) return false;
+        const Token& after = t_[i_ + 1];
+        if (after.kind == Token::Kind::Symbol && (after.text == "=" || after.text == "(")) return false;
+        const std::string k = Lower(cur().text);
+        for (const char* w : kKeywords)
+            if (k == w) return true;
+        return false;
+    }
+
+    static std::string unknownStatement() {
+        return "the statements are: ? EXPR, NAME = EXPR, Set NAME = EXPR, Dim NAME(UB), Operation arg, ..., "
+               "Call Operation(arg, ...), OBJ.Method arg, ..., Open, Close, Print #, Line Input #, Kill, MkDir, "
+               "RmDir, WriteText";
+    }
+
+    // The callee of a statement-form call: a name, or a chain of members whose
+    // last one takes the arguments that follow without parentheses.
+    ExprPtr statementCall() {
+        auto e = std::make_unique<Expr>();
+        e->name = name();
+        e->kind = Expr::Kind::Call;
+        while (isSymbol(".") || (isSymbol("(") && parenthesisThenDot())) {
+            if (symbol("(")) {
+                e->args = arguments();
+                continue;
+            }
+            ++i_;
+            auto m = std::make_unique<Expr>();
+            m->kind = Expr::Kind::Member;
+            m->parens = true;
+            if (e->kind == Expr::Kind::Call && e->args.empty()) e->kind = Expr::Kind::Name;
+            else if (e->kind == Expr::Kind::Member && e->args.empty()) e->parens = false;
+            m->object = std::move(e);
+            m->name = name();
+            e = std::move(m);
+        }
+        if (!at(Token::Kind::End)) {
+            try {
+                e->args = arguments(true);
+            } catch (const ParseError& error) {
+                throw ParseError(std::string(error.what()) + " (a call statement is: Operation arg, arg)");
+            }
+        }
+        return e;
+    }
+
+    // At "(": whether the matching ")" is followed by "." (a call in the middle of a chain).
+    bool parenthesisThenDot() const {
+        int depth = 0;
+        for (std::size_t k = i_; t_[k].kind != Token::Kind::End; ++k) {
+            if (t_[k].kind != Token::Kind::Symbol) continue;
+            if (t_[k].text == "(") ++depth;
+            else if (t_[k].text == ")" && --depth == 0)
+                return t_[k + 1].kind == Token::Kind::Symbol && t_[k + 1].text == ".";
+        }
+        return false;
     }
 
     // A file statement's keyword, unless the line assigns to a variable of that name.
@@ -445,14 +544,16 @@ private:
         throw ParseError("expected a value but found " + describe(t));
     }
 
-    // After "(": positions separated by commas, an empty one omitted.
-    std::vector<Argument> arguments() {
+    // After "(": positions separated by commas, an empty one omitted, up to
+    // ")"; for a statement-form call (`bare`), up to the end of the line.
+    std::vector<Argument> arguments(bool bare = false) {
         std::vector<Argument> args;
-        if (symbol(")")) return args;
+        auto closes = [&] { return bare ? at(Token::Kind::End) : symbol(")"); };
+        if (closes()) return args;
         bool named = false;
         for (;;) {
             Argument a;
-            if (isSymbol(",") || isSymbol(")")) {
+            if (isSymbol(",") || (bare ? at(Token::Kind::End) : isSymbol(")"))) {
                 a.kind = Argument::Kind::Omitted;
             } else if (at(Token::Kind::Name) && t_[i_ + 1].kind == Token::Kind::Symbol && t_[i_ + 1].text == ":=") {
                 a.kind = Argument::Kind::Named;
@@ -466,7 +567,7 @@ private:
             if (named && a.kind != Argument::Kind::Named)
                 throw ParseError("a positional argument cannot follow a named one");
             args.push_back(std::move(a));
-            if (symbol(")")) return args;
+            if (closes()) return args;
             expect(",");
         }
     }
@@ -577,7 +678,13 @@ Variant NumberLiteral(std::string_view text, bool negate) {
 }
 
 std::optional<Statement> ParseLine(std::string_view line) {
-    return Parser(Lexer(line).tokens()).statement();
+    Parser parser(Lexer(line).tokens());
+    try {
+        return parser.statement();
+    } catch (const ParseError& e) {
+        if (e.column != 0) throw;
+        throw ParseError(e.what(), parser.column());
+    }
 }
 
 }  // namespace kiv::script

@@ -13,10 +13,13 @@
 
 namespace kiv::script {
 
-// A line that cannot be parsed; the message names what is wrong.
+// A line that cannot be parsed; the message names what is wrong, and
+// `column` (from 1) the place, 0 when unknown.
 class ParseError : public std::runtime_error {
 public:
-    using std::runtime_error::runtime_error;
+    explicit ParseError(const std::string& message, int column = 0)
+        : std::runtime_error(message), column(column) {}
+    int column;
 };
 
 struct Expr;
@@ -86,7 +89,7 @@ struct Statement {
     std::vector<DimBound> bounds;
     bool isArray = false;
     bool ofStrings = false;
-    bool explicitCall = false;  // written with the Call keyword
+    bool explicitCall = false;  // written with the Call keyword or in statement form
     std::vector<ExprPtr> operands;  // file statements
     bool noLineEnd = false;         // Print ending in ";"
 };
