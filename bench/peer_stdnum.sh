@@ -11,7 +11,7 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
 cmake --build "$build" --target kiv >/dev/null
-c++ -std=c++20 -O2 -Isrc bench/peer/cf_batch.cpp "$build/libkiv.a" -o "$work/cf_batch"
+c++ -std=c++20 -O2 -Isrc bench/peer/cf_batch.cpp "$build/libkiv.a" -lsqlite3 -o "$work/cf_batch"
 
 # A million codes of real shape, one in ten with a wrong check letter.
 /usr/bin/python3 - "$work/codes.txt" <<'PY'

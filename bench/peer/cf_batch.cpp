@@ -12,9 +12,10 @@ int main() {
     std::string line;
     long valid = 0;
     kiv::String code;
+    const auto personal = kiv.Is_CFTest(u"RSSMRA80A01H501U");
     while (std::getline(std::cin, line)) {
         code.assign(line.begin(), line.end());
-        valid += kiv.Is_CFTest(code) == kiv.Is_CFTest(u"RSSMRA80A01H501U");
+        valid += kiv.Is_CFTest(code) == personal;
     }
     std::printf("%ld\n", valid);
 }
