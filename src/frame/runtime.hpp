@@ -60,6 +60,11 @@ String StrNum(const Variant& number);
 // Formats a number, a date or a text by one of the library's patterns.
 String FormatPattern(const Variant& value, const String& pattern);
 
+// A number with a fixed count of decimals and no grouping, right-aligned in
+// `width` places: the bytes of the pattern "0.00" followed by `width` "@",
+// in one step for the columns of amounts that are formatted by the million.
+String FormatFixedRight(const DecimalDigits& number, int decPlaces, std::size_t width);
+
 // --- Dates (runtime_dates.cpp)
 
 // Date serials count days from 30 December 1899 (serial 0); the runtime's

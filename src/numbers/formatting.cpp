@@ -98,6 +98,16 @@ bool OpenLayout(Cl_KIV& kiv, const Variant& X, Integer Lun, Integer Dec, Ref<Boo
     return true;
 }
 
+// Values the pattern reads as the Double they convert to (a Single keeps
+// its own seven digits; a text may be a date or not a number at all).
+bool PlainNumber(const Variant& x) {
+    switch (x.type()) {
+        case VarType::Integer: case VarType::Long: case VarType::Double: case VarType::Currency: case VarType::Byte:
+            return true;
+        default: return false;
+    }
+}
+
 bool ZeroLike(const Variant& x) {
     if (x.isNull() || x.isEmpty()) return true;
     const String* s = x.as<String>();
@@ -114,7 +124,10 @@ String Cl_KIV::FmtNum(const Variant& N, Integer Lun, Integer Dec, Ref<Boolean> F
     Double x = 0;
     if (!OpenLayout(*this, X, Lun, Dec, Fl_Mig, pattern, x)) return FormatError(X, u"0000000000Z.ZZZ");
 
-    String result = Aligned(X, pattern);
+    // Without marks the pattern is "#...#0.00", which lays out any number as
+    // "0.00" does: the common column of amounts takes the direct way.
+    String result = !*Fl_Mig && PlainNumber(X) ? FormatFixedRight(ToDecimalDigits(x, 15), Dec, pattern.size())
+                                               : Aligned(X, pattern);
     if (*Fl_Mig) BlankLeadingMarks(result);
     FillBlanks(result, Fill_Num);
 

@@ -1,0 +1,46 @@
+#!/usr/bin/env bash
+# Is_CFTest against python-stdnum's codicefiscale.is_valid (Debian's
+# python3-stdnum) on the same million generated codici fiscali, whole
+# process against whole process; prints both times, the ratio and the
+# peak resident size of each.
+#   bench/peer_stdnum.sh [BUILD_DIR]
+set -euo pipefail
+cd "$(dirname "$0")/.."
+build=${1:-build}
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+cmake --build "$build" --target kiv >/dev/null
+c++ -std=c++20 -O2 -Isrc bench/peer/cf_batch.cpp "$build/libkiv.a" -lsqlite3 -o "$work/cf_batch"
+
+# A million codes of real shape, one in ten with a wrong check letter.
+/usr/bin/python3 - "$work/codes.txt" <<'PY'
+import random, sys
+from stdnum.it import codicefiscale
+r = random.Random(20260315)
+L = "ABCDEFGHIJKLMNOPQRSTUVWXYZ"
+with open(sys.argv[1], "w") as f:
+    for i in range(1_000_000):
+        day = r.randint(1, 28) + (40 if r.random() < 0.5 else 0)
+        body = ("".join(r.choice(L) for _ in range(6)) + f"{r.randint(0, 99):02d}" + r.choice("ABCDEHLMPRST")
+                + f"{day:02d}" + r.choice(L) + f"{r.randint(0, 999):03d}")
+        check = codicefiscale.calc_check_digit(body)
+        if i % 10 == 0:
+            check = L[(L.index(check) + 1) % 26]
+        f.write(body + check + "\n")
+PY
+
+measure() {  # NAME COMMAND...: seconds, peak KiB and the count accepted
+  local name=$1; shift
+  /usr/bin/time -f "%e %M" -o "$work/$name.time" "$@" <"$work/codes.txt" >"$work/$name.out"
+  read -r secs kib <"$work/$name.time"
+  echo "$name: $(cat "$work/$name.out") valid, ${secs} s, peak ${kib} KiB"
+  eval "${name}_secs=$secs"
+}
+measure stdnum /usr/bin/python3 -c '
+import sys
+from stdnum.it.codicefiscale import is_valid
+print(sum(1 for line in sys.stdin if is_valid(line.rstrip("\n"))))'
+measure kiv "$work/cf_batch"
+if [ "$(cat "$work/stdnum.out")" != "$(cat "$work/kiv.out")" ]; then echo "note: the two count differently" >&2; fi
+awk -v a="$stdnum_secs" -v b="$kiv_secs" 'BEGIN { printf "ratio: Is_CFTest is %.0fx python-stdnum\n", a / (b > 0.01 ? b : 0.01) }'
