@@ -43,7 +43,7 @@ set_target_properties(DLLKiv PROPERTIES PREFIX "" OUTPUT_NAME DLLKiv)
 target_include_directories(DLLKiv PRIVATE ${CMAKE_BINARY_DIR})
 target_compile_definitions(DLLKiv PRIVATE UNICODE _UNICODE)
 target_compile_options(DLLKiv PRIVATE -Wno-restrict)
-target_link_libraries(DLLKiv PRIVATE kivcore oleaut32 ole32 uuid advapi32 user32 shell32)
+target_link_libraries(DLLKiv PRIVATE kivcore oleaut32 ole32 uuid advapi32 user32 gdi32 shell32)
 # Nothing beside system DLLs: the C++ runtime and winpthread go inside.
 target_link_options(DLLKiv PRIVATE -static -static-libgcc -static-libstdc++)
 

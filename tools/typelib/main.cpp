@@ -3,6 +3,7 @@
 // records), so the library that early-bound hosts read cannot differ from
 // what IDispatch answers. widl compiles the output; the DLL embeds it.
 #include <algorithm>
+#include <charconv>
 #include <cstdio>
 #include <exception>
 #include <string>
@@ -58,17 +59,20 @@ std::string RecordFieldType(std::string_view typeName) {
     throw std::logic_error("no IDL type for a field of type " + std::string(typeName));
 }
 
-// widl reads no fraction in a default value: whole numbers only.
+// A number as the help writes it (floating-point defaults never reach
+// widl): the shortest text that reads back the same.
 std::string Number(double value) {
-    if (value != static_cast<double>(static_cast<long long>(value)))
-        throw std::logic_error("a default value with a fraction cannot be written to the type library");
-    return std::to_string(static_cast<long long>(value));
+    char text[32];
+    const auto end = std::to_chars(text, text + sizeof text, value).ptr;
+    return std::string(text, end);
 }
 
-// widl drops a line end inside a string and keeps "\r" as two characters:
-// a text with control characters cannot be a default in the library.
-bool WidlCanWrite(const Variant& v) {
-    const String* s = v.as<String>();
+// widl drops a line end inside a string and keeps "\r" as two characters,
+// and writes no default of a floating-point parameter: such a default cannot
+// be in the library.
+bool WidlCanWrite(const ParamSpec& p) {
+    if (p.type == VarType::Double || p.type == VarType::Single || p.type == VarType::Date) return false;
+    const String* s = p.defaultValue.as<String>();
     return s == nullptr || std::none_of(s->begin(), s->end(), [](char16_t c) { return c < 0x20; });
 }
 
@@ -111,11 +115,11 @@ std::string DefaultValue(const Variant& v) {
 std::string Parameter(const ParamSpec& p) {
     const bool byRef = p.passing == Passing::ByRef;
     std::string attrs = byRef ? "in, out" : "in";
-    // widl writes no default for a by-reference parameter, nor a text it
+    // widl writes no default for a by-reference parameter, nor one it
     // cannot hold: the member's help names those instead, and the latter is
     // an optional Variant, which arrives as missing when left out, so the
     // server applies the default.
-    const bool inLibrary = WidlCanWrite(p.defaultValue);
+    const bool inLibrary = WidlCanWrite(p);
     const std::string deflt = p.optional && !byRef && inLibrary ? DefaultValue(p.defaultValue) : "";
     if (p.optional) attrs += deflt.empty() ? ", optional" : ", optional, defaultvalue(" + deflt + ")";
     const std::string type = p.optional && !byRef && !inLibrary ? "VARIANT" : IdlType(p.type, p.typeName);
@@ -127,7 +131,7 @@ void PrintMember(const Member& m) {
     if (m.hidden) attrs += ", hidden";
     std::string help = m.help, defaults;
     for (const ParamSpec& p : m.params) {
-        const bool named = p.optional && (p.passing == Passing::ByRef || !WidlCanWrite(p.defaultValue));
+        const bool named = p.optional && (p.passing == Passing::ByRef || !WidlCanWrite(p));
         const std::string value = named ? DefaultValue(p.defaultValue) : "";
         if (!value.empty()) defaults += (defaults.empty() ? "" : ", ") + p.name + " = " + value;
     }
