@@ -52,5 +52,5 @@ target_link_options(DLLKiv PRIVATE -static -static-libgcc -static-libstdc++)
 # as the IDispatch benchmark.
 add_executable(dispatch_client tests/windows/dispatch_client.cpp)
 target_compile_definitions(dispatch_client PRIVATE UNICODE _UNICODE)
-target_link_libraries(dispatch_client PRIVATE oleaut32 ole32 uuid)
+target_link_libraries(dispatch_client PRIVATE oleaut32 ole32 uuid user32 gdi32)
 target_link_options(dispatch_client PRIVATE -static -static-libgcc -static-libstdc++)

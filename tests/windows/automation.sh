@@ -17,6 +17,9 @@ trap cleanup EXIT
 fail() { echo "FAIL: $*"; exit 1; }
 
 wineboot -i >/dev/null 2>&1 || fail "wineboot"
+# Windows without a screen: the null display driver (no X here).
+wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f >/dev/null 2>&1 || fail "null display driver"
+wineserver -w  # the desktop started by wineboot takes the driver only when started again
 cp "$dll" "$work/DLLKiv.dll"
 cd "$work"
 wine regsvr32 /s DLLKiv.dll || fail "regsvr32 exit $?"

@@ -138,6 +138,88 @@ void Checks(IDispatch* d) {
     Check("unknown member id", c.hr == DISP_E_MEMBERNOTFOUND);
 }
 
+// A host's form as FormPrimoPiano sees it: hWnd, Left, Top, Width and
+// Height (twips) read late-bound.
+class Form final : public IDispatch {
+public:
+    Form(HWND window, long left, long top, long width, long height)
+        : values_{static_cast<long>(reinterpret_cast<INT_PTR>(window)), left, top, width, height} {}
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
+        if (iid == IID_IUnknown || iid == IID_IDispatch) {
+            *out = this;
+            return S_OK;
+        }
+        *out = nullptr;
+        return E_NOINTERFACE;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }  // lives on the stack of the checks
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* n) override {
+        *n = 0;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
+        static const wchar_t* known[] = {L"hWnd", L"Left", L"Top", L"Width", L"Height"};
+        for (UINT i = 0; i < count; ++i) ids[i] = DISPID_UNKNOWN;
+        for (DISPID k = 0; k < 5; ++k)
+            if (_wcsicmp(names[0], known[k]) == 0) ids[0] = k + 1;
+        return ids[0] == DISPID_UNKNOWN ? DISP_E_UNKNOWNNAME : S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*,
+                                     UINT*) override {
+        if (id < 1 || id > 5) return DISP_E_MEMBERNOTFOUND;
+        ++reads;
+        if (result != nullptr) {
+            VariantInit(result);
+            result->vt = VT_I4;
+            result->lVal = values_[id - 1];
+        }
+        return S_OK;
+    }
+    int reads = 0;
+
+private:
+    long values_[5];
+};
+
+// FormPrimoPiano through user32: the window moved to the form's place in
+// pixels and put above the others, then released.
+void FormChecks(IDispatch* d) {
+    const HWND window = CreateWindowExW(0, L"STATIC", L"kiv form", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr,
+                                        nullptr, GetModuleHandleW(nullptr), nullptr);
+    Check("a window to move", window != nullptr);
+    if (window == nullptr) return;
+    const HDC screen = GetDC(nullptr);
+    const int dpiX = GetDeviceCaps(screen, LOGPIXELSX), dpiY = GetDeviceCaps(screen, LOGPIXELSY);
+    ReleaseDC(nullptr, screen);
+    // 1440 twips to the inch: an inch and a half from the left, an inch down,
+    // three inches by two.
+    Form form(window, 2160, 1440, 4320, 2880);
+    const DISPID member = Ids(d, {L"FormPrimoPiano"})[0];
+    VARIANT frm;
+    VariantInit(&frm);
+    frm.vt = VT_DISPATCH;
+    frm.pdispVal = &form;
+    VARIANT onTop;
+    VariantInit(&onTop);
+    onTop.vt = VT_BOOL;
+    onTop.boolVal = VARIANT_TRUE;
+    Call c = Invoke(d, member, {frm, onTop}, {});
+    Check("FormPrimoPiano call", c.hr == S_OK && form.reads == 5);
+    RECT r{};
+    GetWindowRect(window, &r);
+    const bool placed = r.left == dpiX * 3 / 2 && r.top == dpiY && r.right - r.left == dpiX * 3 && r.bottom - r.top == dpiY * 2;
+    Check("form placed in pixels", placed,
+          std::to_wstring(r.left) + L"," + std::to_wstring(r.top) + L" " + std::to_wstring(r.right - r.left) + L"x" +
+              std::to_wstring(r.bottom - r.top) + L" at " + std::to_wstring(dpiX) + L" dpi");
+    Check("form on top", (GetWindowLongW(window, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0);
+    onTop.boolVal = VARIANT_FALSE;
+    Invoke(d, member, {frm, onTop}, {});
+    Check("form released", (GetWindowLongW(window, GWL_EXSTYLE) & WS_EX_TOPMOST) == 0);
+    DestroyWindow(window);
+}
+
 void Bench(IDispatch* d, long calls) {
     const std::vector<DISPID> ids = Ids(d, {L"FmtNum"});
     VARIANT args[3] = {Short(2), Short(10), Number(1234.5)};
@@ -169,6 +251,7 @@ int main(int argc, char** argv) {
         Bench(d, std::atol(argv[2]));
     } else {
         Checks(d);
+        FormChecks(d);
         if (fails == 0) std::printf("CLIENT-OK\n");
     }
     d->Release();
