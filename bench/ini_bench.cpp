@@ -34,7 +34,7 @@ struct Drive {
         }
         kiv::PlatformSettings settings;
         settings.drives['C'] = folder.string();
-        kiv::installPlatform(kiv::makeSystemPlatform(settings));
+        kiv::InstallPlatform(kiv::MakeSystemPlatform(settings));
         const std::string name = "C:\\f" + std::to_string(lines) + ".ini";
         file = String(name.begin(), name.end());
         const std::string s = "Section" + std::to_string((lines - 1) / 20);
@@ -54,7 +54,7 @@ void ReadKey(benchmark::State& state) {
 
 void WriteKey(benchmark::State& state) {
     const Drive drive(static_cast<int>(state.range(0)));
-    const auto seam = kiv::makePosixProfileFiles(kiv::platform().settings(), state.range(1) != 0);
+    const auto seam = kiv::MakePosixProfileFiles(kiv::CurrentPlatform().settings(), state.range(1) != 0);
     bool flip = false;
     for (auto _ : state) {
         // A changed value each time, so every write replaces the file.

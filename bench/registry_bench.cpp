@@ -23,14 +23,14 @@ public:
         folder_ = mkdtemp(pattern.data());
         PlatformSettings s = PlatformSettings::fromEnvironment();
         s.registryFolder = folder_.string();
-        installPlatform(std::make_shared<PosixPlatform>(s));
+        InstallPlatform(std::make_shared<PosixPlatform>(s));
         Cl_KIV k;
         for (int i = 0; i < 300; ++i)
             k.SetZRReg(Variant(u"Bench"), Variant(u"Opzioni"), u"Valore" + std::u16string(1, char16_t(u'A' + i % 26)) +
                            FromIndex(i), Variant(u"C:\\Programmi\\Ditta\\Archivi"), ZRReg_String);
     }
     ~BenchStore() {
-        installPlatform(makeSystemPlatform(PlatformSettings::fromEnvironment()));
+        InstallPlatform(MakeSystemPlatform(PlatformSettings::fromEnvironment()));
         std::filesystem::remove_all(folder_);
     }
 

@@ -11,7 +11,7 @@ namespace kiv {
 namespace {
 
 // Everything but a trailing "?" must pass the numeric test.
-bool acceptable(const String& code) {
+bool Acceptable(const String& code) {
     if (code.empty()) return false;
     if (code.back() != u'?') return IsNumericText(code);
     String body = Left(code, static_cast<Long>(code.size()) - 1);
@@ -21,7 +21,7 @@ bool acceptable(const String& code) {
 // The value of one character as the runtime reads its text; a sign or a
 // blank that the numeric test let through counts 0, and so does a position
 // past the end.
-Long digitAt(const String& code, std::size_t position) {
+Long DigitAt(const String& code, std::size_t position) {
     if (position > code.size()) return 0;
     const char16_t c = code[position - 1];
     if (c >= u'0' && c <= u'9') return c - u'0';
@@ -31,28 +31,28 @@ Long digitAt(const String& code, std::size_t position) {
 }  // namespace
 
 Integer Cl_KIV::BCheck_EAN(const String& BCode, En_EANType /*BType*/) {
-    if (!acceptable(BCode)) return -1;
+    if (!Acceptable(BCode)) return -1;
 
     const std::size_t length = BCode.size();
     Long sum = 0;
     for (std::size_t i = 1; i < length; ++i) {
         // The digit next to the check place always weighs 3.
         const std::size_t fromCheck = length - i;
-        sum += digitAt(BCode, i) * (fromCheck % 2 == 1 ? 3 : 1);
+        sum += DigitAt(BCode, i) * (fromCheck % 2 == 1 ? 3 : 1);
     }
     const Long rest = sum % 10;
     return static_cast<Integer>(Ceil(Variant(rest / 10.0)) * 10 - rest);
 }
 
 Integer Cl_KIV::BCheck_Code32(const String& BCode, En_EANType /*BType*/) {
-    if (!acceptable(BCode)) return -1;
+    if (!Acceptable(BCode)) return -1;
 
     Long odd = 0;
-    for (std::size_t i = 1; i <= 7; i += 2) odd += digitAt(BCode, i);
+    for (std::size_t i = 1; i <= 7; i += 2) odd += DigitAt(BCode, i);
 
     Long even = 0;
     for (std::size_t i = 2; i <= 8; i += 2) {
-        const Long twice = digitAt(BCode, i) * 2;
+        const Long twice = DigitAt(BCode, i) * 2;
         even += twice / 10 + twice % 10;
     }
     // The sum itself, not its complement to 10.

@@ -50,8 +50,8 @@ using codes::Trimmed;
 
 // Positions 1-6, 9, 12, 16 hold letters and 7, 8, 10, 11, 13-15 digits;
 // positions past the end contribute nothing.
-String letterPart(const String& t) { return Mid(t, 1, 6) + Mid(t, 9, 1) + Mid(t, 12, 1) + Mid(t, 16, 1); }
-String digitPart(const String& t) { return Mid(t, 7, 2) + Mid(t, 10, 2) + Mid(t, 13, 3); }
+String LetterPart(const String& t) { return Mid(t, 1, 6) + Mid(t, 9, 1) + Mid(t, 12, 1) + Mid(t, 16, 1); }
+String DigitPart(const String& t) { return Mid(t, 7, 2) + Mid(t, 10, 2) + Mid(t, 13, 3); }
 
 }  // namespace
 
@@ -109,8 +109,8 @@ Boolean Cl_KIV::Is_CodFisc(const String& S_CF, Boolean StrongAlfa) {
         return Is_PITest(t) == PI_IsOK;
     }
 
-    if (!IsNumericText(digitPart(t))) return false;
-    for (char16_t c : letterPart(t)) {
+    if (!IsNumericText(DigitPart(t))) return false;
+    for (char16_t c : LetterPart(t)) {
         if (IsNumericText(String(1, c))) return false;
     }
     return true;
@@ -118,9 +118,9 @@ Boolean Cl_KIV::Is_CodFisc(const String& S_CF, Boolean StrongAlfa) {
 
 Boolean Cl_KIV::Is_CFAlfa(const String& T_Cf) {
     if (T_Cf.size() != 16) return false;
-    if (!IsNumericText(digitPart(T_Cf))) return false;
+    if (!IsNumericText(DigitPart(T_Cf))) return false;
 
-    const String letters = letterPart(T_Cf);
+    const String letters = LetterPart(T_Cf);
     if (SostChar(letters, u"0123456789", u"") != letters) return false;
 
     if (CaseBlindFind(u"ABCDEHLMPRST", Mid(T_Cf, 9, 1)) == 0) return false;

@@ -13,7 +13,7 @@ namespace {
 // A decimal digit is its value; any other character goes through the
 // runtime's conversion of its one-character text, so a sign or an exponent
 // letter that the numeric test let through fails with Type mismatch.
-Long digitAt(const String& text, std::size_t position) {
+Long DigitAt(const String& text, std::size_t position) {
     const char16_t c = text[position - 1];
     if (c >= u'0' && c <= u'9') return c - u'0';
     return ToInteger(Variant(String(1, c)));
@@ -27,11 +27,11 @@ String Cl_KIV::Get_CheckPI(const String& T_PI) {
     if (t.size() < 10 || !IsNumericText(t)) return u"";
 
     Long x = 0;
-    for (std::size_t i = 1; i <= 9; i += 2) x += digitAt(t, i);
+    for (std::size_t i = 1; i <= 9; i += 2) x += DigitAt(t, i);
 
     Long y = 0;
     for (std::size_t i = 2; i <= 10; i += 2) {
-        Long twice = digitAt(t, i) * 2;
+        Long twice = DigitAt(t, i) * 2;
         if (twice > 9) twice -= 9;
         y += twice;
     }

@@ -229,7 +229,7 @@ public:
             if (argErr != nullptr && e.argument() >= 0) *argErr = argumentIndex(e.argument(), count, positional, params);
             return Fail(info, static_cast<HRESULT>(0x800A0000UL + static_cast<unsigned>(e.number())), e.description(), source);
         } catch (const std::bad_alloc&) {
-            return Fail(info, static_cast<HRESULT>(0x800A0000UL + kOutOfMemory), describeError(kOutOfMemory), source);
+            return Fail(info, static_cast<HRESULT>(0x800A0000UL + kOutOfMemory), DescribeError(kOutOfMemory), source);
         } catch (const std::exception& e) {
             return Fail(info, E_UNEXPECTED, e.what(), source);
         }
@@ -270,7 +270,7 @@ private:
             const VARTYPE base = static_cast<VARTYPE>(target.vt & ~VT_BYREF);
             if (FAILED(VariantChangeType(&typed, &fresh, 0, base))) {
                 VariantClear(&fresh);
-                raise(kTypeMismatch);
+                Raise(kTypeMismatch);
             }
             VariantClear(&fresh);
             if (base & VT_ARRAY) {

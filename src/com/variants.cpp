@@ -35,12 +35,12 @@ public:
         std::wstring name(member.begin(), member.end());
         LPOLESTR names[] = {name.data()};
         DISPID id = DISPID_UNKNOWN;
-        if (FAILED(d_->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id))) raise(kNotSupported);
+        if (FAILED(d_->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id))) Raise(kNotSupported);
         return invokeById(id, kind, args);
     }
 
     Variant invokeById(std::int32_t id, InvokeKind kind, Arguments& args) override {
-        if (!args.named.empty() || !args.namedById.empty()) raise(kNamedArgumentNotFound);
+        if (!args.named.empty() || !args.namedById.empty()) Raise(kNamedArgumentNotFound);
         const std::size_t n = args.positional.size();
         std::vector<VARIANT> values(n);
         std::vector<VARIANT> refs(n);
@@ -80,10 +80,10 @@ public:
             const int number = HRESULT_FACILITY(code) == FACILITY_CONTROL ? HRESULT_CODE(code) : 440;
             throw RuntimeError(number, std::string(text.begin(), text.end()));
         }
-        if (hr == DISP_E_MEMBERNOTFOUND || hr == DISP_E_UNKNOWNNAME) raise(kNotSupported);
-        if (hr == DISP_E_BADPARAMCOUNT) raise(kWrongArgumentCount);
-        if (hr == DISP_E_TYPEMISMATCH) raise(kTypeMismatch);
-        if (FAILED(hr)) raise(440);
+        if (hr == DISP_E_MEMBERNOTFOUND || hr == DISP_E_UNKNOWNNAME) Raise(kNotSupported);
+        if (hr == DISP_E_BADPARAMCOUNT) Raise(kWrongArgumentCount);
+        if (hr == DISP_E_TYPEMISMATCH) Raise(kTypeMismatch);
+        if (FAILED(hr)) Raise(440);
         Variant out = FromVariant(result);
         VariantClear(&result);
         return out;
@@ -97,7 +97,7 @@ VarType ElementType(VARTYPE vt) { return vt == VT_BSTR ? VarType::String : VarTy
 
 Variant FromSafeArray(SAFEARRAY* sa, VARTYPE element) {
     const UINT dims = SafeArrayGetDim(sa);
-    if (dims < 1 || dims > 2) raise(kTypeMismatch);
+    if (dims < 1 || dims > 2) Raise(kTypeMismatch);
     std::vector<Bound> bounds;
     for (UINT d = 1; d <= dims; ++d) {
         LONG lo = 0, hi = -1;
@@ -133,7 +133,7 @@ SAFEARRAY* ToSafeArray(const Array& a) {
     std::vector<SAFEARRAYBOUND> bounds;
     for (const Bound& b : a.dims()) bounds.push_back({static_cast<ULONG>(b.count), b.lower});
     SAFEARRAY* sa = SafeArrayCreate(element, static_cast<UINT>(bounds.size()), bounds.data());
-    if (sa == nullptr) raise(kOutOfMemory);
+    if (sa == nullptr) Raise(kOutOfMemory);
     auto store = [&](const std::vector<Long>& index) {
         std::vector<LONG> reversed(index.rbegin(), index.rend());
         const Variant& item = const_cast<Array&>(a).at(index);
@@ -169,7 +169,7 @@ Variant FromVariant(const VARIANT& in) {
         if (in.vt == (VT_BYREF | VT_VARIANT)) return FromVariant(*in.pvarVal);
         VARIANT v;
         VariantInit(&v);
-        if (FAILED(VariantCopyInd(&v, const_cast<VARIANT*>(&in)))) raise(kTypeMismatch);
+        if (FAILED(VariantCopyInd(&v, const_cast<VARIANT*>(&in)))) Raise(kTypeMismatch);
         Variant out = FromVariant(v);
         VariantClear(&v);
         return out;
@@ -199,7 +199,7 @@ Variant FromVariant(const VARIANT& in) {
                 return Variant(o);
             }
             IDispatch* d = nullptr;
-            if (FAILED(in.punkVal->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(&d)))) raise(kTypeMismatch);
+            if (FAILED(in.punkVal->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(&d)))) Raise(kTypeMismatch);
             Object o = std::make_shared<ClientObject>(d);
             d->Release();
             return Variant(o);
@@ -208,7 +208,7 @@ Variant FromVariant(const VARIANT& in) {
             // Other numbers (JScript's, 64-bit, decimal): as a Double.
             VARIANT v;
             VariantInit(&v);
-            if (FAILED(VariantChangeType(&v, const_cast<VARIANT*>(&in), 0, VT_R8))) raise(kTypeMismatch);
+            if (FAILED(VariantChangeType(&v, const_cast<VARIANT*>(&in), 0, VT_R8))) Raise(kTypeMismatch);
             return Variant(Double{v.dblVal});
         }
     }

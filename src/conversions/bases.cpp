@@ -15,7 +15,7 @@ constexpr std::u16string_view kDigits = u"0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
 constexpr std::uint64_t kLargestExact = (std::uint64_t{1} << 53) - 1;  // above it a Double skips integers
 
 void CheckBase(Integer Base) {
-    if (Base < 2 || Base > 36) raise(kInvalidCall);
+    if (Base < 2 || Base > 36) Raise(kInvalidCall);
 }
 
 // 0-35 for a digit in either case, -1 otherwise.
@@ -32,7 +32,7 @@ String Cl_KIV::Num2Base(const Variant& N, Integer Base, Integer Lun) {
     Double value = 0;
     const String* text = N.as<String>();
     if (!N.isNull() && !N.isEmpty() && !(text && text->empty())) value = RoundHalfEven(ToDoubleLocale(N));
-    if (!(std::fabs(value) <= static_cast<Double>(kLargestExact))) raise(kOverflow);
+    if (!(std::fabs(value) <= static_cast<Double>(kLargestExact))) Raise(kOverflow);
 
     auto magnitude = static_cast<std::uint64_t>(std::fabs(value));
     String digits;
@@ -50,15 +50,15 @@ Double Cl_KIV::Base2Num(const String& T_Num, Integer Base) {
     if (t.empty()) return 0;
     const bool negative = t[0] == u'-';
     const std::size_t first = t[0] == u'-' || t[0] == u'+' ? 1 : 0;
-    if (first == t.size()) raise(kInvalidCall);  // a sign needs a digit after it
+    if (first == t.size()) Raise(kInvalidCall);  // a sign needs a digit after it
     for (std::size_t i = first; i < t.size(); ++i) {
         const int d = DigitValue(t[i]);
-        if (d < 0 || d >= Base) raise(kInvalidCall);
+        if (d < 0 || d >= Base) Raise(kInvalidCall);
     }
     std::uint64_t value = 0;
     for (std::size_t i = first; i < t.size(); ++i) {
         value = value * static_cast<std::uint64_t>(Base) + static_cast<std::uint64_t>(DigitValue(t[i]));
-        if (value > kLargestExact) raise(kOverflow);
+        if (value > kLargestExact) Raise(kOverflow);
     }
     const auto result = static_cast<Double>(value);
     return negative ? -result : result;

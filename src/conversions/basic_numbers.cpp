@@ -20,7 +20,7 @@ namespace {
 // The first n bytes of S; a shorter text is refused. Characters beyond n are
 // ignored, so a record can be passed from the number's position on.
 void Bytes(const String& S, std::size_t n, unsigned char out[8]) {
-    if (S.size() < n) raise(kInvalidCall);
+    if (S.size() < n) Raise(kInvalidCall);
     for (std::size_t i = 0; i < n; ++i) out[i] = static_cast<unsigned char>(Cp1252Byte(S[i]));
 }
 
@@ -48,7 +48,7 @@ Double Decode(const String& S, std::size_t n) {
 
 String Encode(Double N, std::size_t n) {
     unsigned char b[8] = {};
-    if (!std::isfinite(N)) raise(kOverflow);
+    if (!std::isfinite(N)) Raise(kOverflow);
     if (N == 0) return FromBytes(b, n);
     const int p = static_cast<int>(n * 8 - 9);
     int e = 0;
@@ -60,7 +60,7 @@ String Encode(Double N, std::size_t n) {
         e += 1;
     }
     const int E = e + 129;
-    if (E > 255) raise(kOverflow);
+    if (E > 255) Raise(kOverflow);
     if (E < 1) return FromBytes(b, n);  // below 2^-128: zero
     std::uint64_t M = F - (std::uint64_t{1} << p);
     for (std::size_t i = 0; i < n - 2; ++i, M >>= 8) b[i] = static_cast<unsigned char>(M & 255u);

@@ -40,12 +40,12 @@ String Cl_KIV::Str2Hex(const String& S, const String& Sep) {
 
 String Cl_KIV::Hex2Str(const String& T_Hex, const String& Sep) {
     const String digits = WithoutSeparators(T_Hex, Sep);
-    if (digits.size() % 2 != 0) raise(kInvalidCall);
+    if (digits.size() % 2 != 0) Raise(kInvalidCall);
     String result;
     for (std::size_t i = 0; i < digits.size(); i += 2) {
         const int hi = DigitValue(digits[i]);
         const int lo = DigitValue(digits[i + 1]);
-        if (hi < 0 || lo < 0) raise(kInvalidCall);
+        if (hi < 0 || lo < 0) Raise(kInvalidCall);
         result += Cp1252Char(static_cast<unsigned char>(hi * 16 + lo));
     }
     return result;
@@ -65,7 +65,7 @@ String Cl_KIV::Hex2Bin(const String& T_Hex, const String& Sep) {
 String Cl_KIV::Bin2Hex(const String& T_Bin, const String& Sep) {
     String bits = WithoutSeparators(T_Bin, Sep);
     for (char16_t c : bits)
-        if (c != u'0' && c != u'1') raise(kInvalidCall);
+        if (c != u'0' && c != u'1') Raise(kInvalidCall);
     bits = String((4 - bits.size() % 4) % 4, u'0') + bits;
     String result;
     for (std::size_t i = 0; i < bits.size(); i += 4) {

@@ -54,13 +54,13 @@ String Cl_KIV::AddMesi(const Variant& Data, Integer N_Mesi) {
     Integer mm = RoundToInteger(ValPrefix(Mid(m, 4, 2)));
     Integer yy = RoundToInteger(ValPrefix(Right(m, 4)));
 
-    mm = checkedInteger(mm + N_Mesi);
+    mm = CheckedInteger(mm + N_Mesi);
     while (mm > 12) {
         mm = static_cast<Integer>(mm - 12);
-        yy = checkedInteger(yy + 1);
+        yy = CheckedInteger(yy + 1);
     }
     while (mm <= 0) {
-        yy = checkedInteger(yy - 1);
+        yy = CheckedInteger(yy - 1);
         mm = static_cast<Integer>(mm + 12);
     }
 
@@ -80,7 +80,7 @@ Long Cl_KIV::ContaMesi(Date Dat_Ini, Date Dat_Fin) {
     Long count = 1;
     String x = AddMesi(Variant(a), 1);
     while (DateOf(x).serial <= b.serial) {
-        count = checkedLong(std::int64_t{count} + 1);
+        count = CheckedLong(std::int64_t{count} + 1);
         a = DateOf(x);
         x = AddMesi(Variant(a), 1);
     }
@@ -94,7 +94,7 @@ Long Cl_KIV::Dat_Diff(const String& Dat_Prima, const String& Dat_Dopo) {
     // Calendar days: the times of day do not count.
     const double from = std::trunc(ToDateLocale(first).serial);
     const double to = std::trunc(ToDateLocale(second).serial);
-    return checkedLong(static_cast<std::int64_t>(to - from));
+    return CheckedLong(static_cast<std::int64_t>(to - from));
 }
 
 Integer Cl_KIV::DOW(const Variant& Data) {

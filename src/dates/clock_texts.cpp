@@ -13,7 +13,7 @@ String TwoDigits(std::int32_t n) { return Right(u"00" + FromUtf8(std::to_string(
 }  // namespace
 
 String Cl_KIV::Sec2Hh(Long Sec, const String& Sep, Boolean ConSec, Integer Lun) {
-    const Long a = checkedLong(Sec < 0 ? -std::int64_t{Sec} : std::int64_t{Sec});
+    const Long a = CheckedLong(Sec < 0 ? -std::int64_t{Sec} : std::int64_t{Sec});
     const Long h = a / 3600;
     const Long m = a % 3600 / 60;
     const Long s = a % 60;

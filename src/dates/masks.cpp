@@ -63,7 +63,7 @@ Double Cl_KIV::Date20(Ref<Variant> S) {
         try {
             body();
         } catch (const RuntimeError& e) {
-            platform().host().messageBox(MsgIcon::Exclamation, u"Date20",
+            CurrentPlatform().host().messageBox(MsgIcon::Exclamation, u"Date20",
                                      u"Plileglo : " + ToText(Variant(Long{e.number()})) + u" - " +
                                          FromUtf8(e.description()) + u" : '" + JoinText(*S) + u"'");
         }
@@ -125,7 +125,7 @@ String Cl_KIV::NormalizeDateText(Ref<Variant> X) {
         *X = Variant(masked);
         return masked;
     } catch (const RuntimeError&) {
-        platform().host().beep();
+        CurrentPlatform().host().beep();
         return JoinText(*X);
     }
 }
@@ -206,7 +206,7 @@ Date Cl_KIV::Msk2VarDate(const String& Msk_0) {
 
     if (!IsDateValue(Variant(text))) {
         text = DateText(today);
-        platform().host().messageBox(MsgIcon::Critical, u"Function: Msk2VarDate",
+        CurrentPlatform().host().messageBox(MsgIcon::Critical, u"Function: Msk2VarDate",
                                  u"Data non valida ! ASSUMO DATA ODIERNA !\r\n\r\n>" + LCase(text) + u"<");
     }
     return ToDateLocale(Variant(text));
@@ -249,7 +249,7 @@ String Cl_KIV::Dat2ANSIFull(Date Dat_) {
     String s = u"{ts '" + YearText(*this, p) + u"-" + TwoDigits(*this, p.month) + u"-" + TwoDigits(*this, p.day);
     // The default text shows a time of day only when there is one; its
     // separator is the locale's, so that is what to look for.
-    if (DateText(Dat_).find(currentLocale().timeSeparator) != String::npos) {
+    if (DateText(Dat_).find(CurrentLocale().timeSeparator) != String::npos) {
         s += u" " + Pattern(Dat_, u"hh") + u":" + Pattern(Dat_, u"nn") + u":" + Pattern(Dat_, u"ss");
     } else {
         s += u" 00:00:00";

@@ -12,7 +12,7 @@ namespace kiv {
 String Cl_KIV::Min2hh(Ref<Long> tt, Integer Lun) {
     const int sign = *tt < 0 ? -1 : (*tt > 0 ? 1 : 0);
     // The caller's variable keeps the magnitude: hosts read it back.
-    if (*tt < 0) *tt = checkedLong(-std::int64_t{*tt});
+    if (*tt < 0) *tt = CheckedLong(-std::int64_t{*tt});
     const Double h = IntFloor(*tt / 60.0);
     const Double m = *tt - 60 * h;
 

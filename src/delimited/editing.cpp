@@ -19,7 +19,7 @@ String Cl_KIV::PutPipeStr(const String& Row, Integer Pos, const String& NewStr, 
         return at == String::npos ? 0 : static_cast<Long>(at) + 1;
     };
     Long i = 1;
-    const Integer last = checkedInteger(Pos - 1);
+    const Integer last = CheckedInteger(Pos - 1);
     for (Integer k = 1; k <= last; ++k) {
         const Long p = find(i);
         if (p == 0) break;  // i stays, so no later step finds one either
@@ -29,7 +29,7 @@ String Cl_KIV::PutPipeStr(const String& Row, Integer Pos, const String& NewStr, 
     // Overwritten in place: the record never changes length. Without a
     // separator closing the field there is no width to write into.
     const Long width = p - i;
-    if (width < 0) raise(kInvalidCall);
+    if (width < 0) Raise(kInvalidCall);
     String result = Row;
     const std::size_t n = std::min(static_cast<std::size_t>(width), NewStr.size());
     result.replace(static_cast<std::size_t>(i - 1), n, NewStr, 0, n);
@@ -50,8 +50,8 @@ String Cl_KIV::PipeSost(const String& T_Row, Integer Pos, const String& NewStr, 
                         Boolean NoChangeWidth) {
     const Long n = this->PipeCount(T_Row, Sep);
     if (Pos < 1 || Pos > n) return T_Row;  // never adds a field
-    const String head = Left(T_Row, this->PipeEnd(T_Row, checkedInteger(Pos - 1), Sep));
-    const String tail = Mid(T_Row, this->PipeBegin(T_Row, checkedInteger(Pos + 1), Sep));
+    const String head = Left(T_Row, this->PipeEnd(T_Row, CheckedInteger(Pos - 1), Sep));
+    const String tail = Mid(T_Row, this->PipeBegin(T_Row, CheckedInteger(Pos + 1), Sep));
     if (!NoChangeWidth) return head + NewStr + Sep + tail;
 
     // The old field's leading blank tells a right-aligned column.

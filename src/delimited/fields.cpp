@@ -184,8 +184,8 @@ Scan ScanFields(const PaddedRow& w, const String& Sep, long steps) {
 // The padding is Pos copies of the separator's first character, which an
 // empty separator does not have; the field loop counts to Pos + 1 in 16 bits.
 PaddedRow Padded(const String& T_Row, Integer Pos, const String& Sep) {
-    if (Sep.empty()) raise(kInvalidCall);
-    if (Pos == 32767) raise(kOverflow);
+    if (Sep.empty()) Raise(kInvalidCall);
+    if (Pos == 32767) Raise(kOverflow);
     return PaddedRow(T_Row, static_cast<std::size_t>(Pos), Sep[0]);
 }
 
@@ -304,7 +304,7 @@ Long Cl_KIV::PipeEnd(const String& T_Row, Integer Pos, const String& Sep) {
 
 Variant Cl_KIV::PipeDove(const String& S_Base, Integer N_Pos, const String& Sep) {
     Long i = 1;
-    const Integer last = checkedInteger(N_Pos - 1);
+    const Integer last = CheckedInteger(N_Pos - 1);
     for (Integer k = 1; k <= last; ++k) {
         const Long p = InStr(i, S_Base, Sep);
         if (p == 0) return Variant(Integer{0});
@@ -319,7 +319,7 @@ Long Cl_KIV::PipeCount(const String& S_Base, const String& Sep) {
     const String sentinel = SentinelFor(Sep);
     const String t = Terminated(S_Base, Sep) + sentinel + Sep;
     FieldWalk walk(t, Sep);
-    for (Integer k = 1;; k = checkedInteger(k + 1))
+    for (Integer k = 1;; k = CheckedInteger(k + 1))
         if (walk.fieldIs(k, false, sentinel)) return k - 1;
 }
 
@@ -327,7 +327,7 @@ Long Cl_KIV::PipeQuale(const String& S_Base, const String& S_Cerca, const String
     const String sentinel = SentinelFor(Sep);
     const String t = Terminated(S_Base, Sep) + sentinel;
     FieldWalk walk(t, Sep);
-    for (Integer k = 1;; k = checkedInteger(k + 1)) {
+    for (Integer k = 1;; k = CheckedInteger(k + 1)) {
         if (walk.fieldIs(k, B_Trim, S_Cerca)) return k;
         if (walk.fieldIs(k, B_Trim, sentinel)) return 0;
     }

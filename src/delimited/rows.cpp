@@ -14,7 +14,7 @@ String Cl_KIV::Pipe2Rows(const String& T_Row, const String& Sep, Boolean Trimmed
     String result;
     for (Long k = 1; k <= n; ++k) {
         if (k > 1) result += RowSep;
-        result += GetPipeStr(T_Row, checkedInteger(k), Sep, Trimmed);
+        result += GetPipeStr(T_Row, CheckedInteger(k), Sep, Trimmed);
     }
     return result;
 }
@@ -22,7 +22,7 @@ String Cl_KIV::Pipe2Rows(const String& T_Row, const String& Sep, Boolean Trimmed
 String Cl_KIV::Pipe2STRows(const String& T_Rows, const String& Larghezze, const String& Sep, const String& Gap,
                            const String& RowSep) {
     if (T_Rows.empty()) return u"";
-    if (RowSep.empty()) raise(kInvalidCall);
+    if (RowSep.empty()) Raise(kInvalidCall);
 
     std::vector<String> records;
     for (std::size_t from = 0;;) {
@@ -42,14 +42,14 @@ String Cl_KIV::Pipe2STRows(const String& T_Rows, const String& Larghezze, const 
     std::vector<Column> columns;
     const Long c = PipeCount(Larghezze, Sep);
     for (Long k = 1; k <= c; ++k) {
-        String q = UCase(GetPipeStr(Larghezze, checkedInteger(k), Sep, true));
+        String q = UCase(GetPipeStr(Larghezze, CheckedInteger(k), Sep, true));
         char16_t align = u'S';
         if (!q.empty() && (q.back() == u'S' || q.back() == u'D' || q.back() == u'C')) {
             align = q.back();
             q.pop_back();
         }
         const Double whole = IntTrunc(ValPrefix(q));
-        if (whole > 32767) raise(kOverflow);
+        if (whole > 32767) Raise(kOverflow);
         columns.push_back({align, whole < 1 ? Integer{0} : static_cast<Integer>(whole)});
     }
 
@@ -60,7 +60,7 @@ String Cl_KIV::Pipe2STRows(const String& T_Rows, const String& Larghezze, const 
         for (std::size_t k = 0; k < columns.size(); ++k) {
             const Integer w = columns[k].width;
             if (w < 1) continue;  // a hidden column gives no cell and no gap
-            Variant f(GetPipeStr(records[r], checkedInteger(static_cast<std::int64_t>(k) + 1), Sep));
+            Variant f(GetPipeStr(records[r], CheckedInteger(static_cast<std::int64_t>(k) + 1), Sep));
             String cell;
             switch (columns[k].align) {
                 case u'D': cell = MettiADes(f, w); break;

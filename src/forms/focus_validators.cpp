@@ -70,7 +70,7 @@ void Normalise(const Object& Txt, const String& text) {
 }
 
 void Warn(Boolean Avvisa, const char16_t* title, const char16_t* text) {
-    if (Avvisa) platform().host().messageBox(MsgIcon::Exclamation, title, text);
+    if (Avvisa) CurrentPlatform().host().messageBox(MsgIcon::Exclamation, title, text);
 }
 
 // Day, month and year as typed: ddmm, ddmmyy, ddmmyyyy or pieces cut at "/".

@@ -21,7 +21,7 @@ const std::array<const char*, 4> kMembers = {"Left", "Top", "Width", "Height"};
 // The file given, or the application's name made a file name (no folder).
 String GeometryFile(const String& lpFileName) {
     if (!lpFileName.empty()) return lpFileName;
-    String name = platform().host().applicationName();
+    String name = CurrentPlatform().host().applicationName();
     std::replace(name.begin(), name.end(), u' ', u'_');
     std::replace(name.begin(), name.end(), u'.', u'_');
     return name + u".ini";
@@ -81,7 +81,7 @@ Boolean Cl_KIV::FormSizeLOAD(const Object& Frm, const String& lpFileName, Boolea
         if (!SoloPosizione && (W < 1 || H < 1)) return false;
         // 4. Back onto the screen from a monitor that is gone. Without a new
         // size the form's own size is the one to fit.
-        WindowSystem& windows = platform().windows();
+        WindowSystem& windows = CurrentPlatform().windows();
         if (const auto screen = windows.virtualScreen()) {
             if (SoloPosizione) {
                 W = ToLong(GetMember(Frm, "Width"));

@@ -34,9 +34,9 @@ Long Channel(Long c1, Long c2, int shift, Long k, Long n) {
 
 void Cl_KIV::FadeForm2(const Object& Frm, Long Colore1, Long Colore2, Boolean Verticale, Integer N_Bande) {
     // 1.
-    if (N_Bande < 1 || Colore1 < 0 || Colore1 > 0xFFFFFF || Colore2 < 0 || Colore2 > 0xFFFFFF) raise(kInvalidCall);
+    if (N_Bande < 1 || Colore1 < 0 || Colore1 > 0xFFFFFF || Colore2 < 0 || Colore2 > 0xFFFFFF) Raise(kInvalidCall);
     // 2.
-    WindowSystem& windows = platform().windows();
+    WindowSystem& windows = CurrentPlatform().windows();
     const Long mode = ScaleModeOf(Frm);
     const Long hWnd = ToLong(GetMember(Frm, "hWnd"));
     Long w = 0, h = 0;

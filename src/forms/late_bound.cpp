@@ -9,7 +9,7 @@ namespace {
 
 // The values are copied: the host gets temporaries, never our variables.
 Variant Invoke(const Object& object, std::string_view name, InvokeKind kind, std::initializer_list<Variant> values) {
-    if (!object) raise(kObjectNotSet);
+    if (!object) Raise(kObjectNotSet);
     std::vector<Variant> copies(values);
     Arguments args;
     for (Variant& v : copies) args.positional.push_back(&v);

@@ -20,7 +20,7 @@ String TempFolder(Cl_KIV& kiv) {
 }  // namespace
 
 String Cl_KIV::List2Txt(const Object& Lst, const String& T_File, const String& Titolo, Boolean Apri) {
-    FileTable& files = platform().fileTable();
+    FileTable& files = CurrentPlatform().fileTable();
     Long opened = 0;  // the file number this call opened; 0 before it has one
     try {
         // The items are read first: a control that fails leaves the file as it was.
@@ -44,7 +44,7 @@ String Cl_KIV::List2Txt(const Object& Lst, const String& T_File, const String& T
         opened = 0;
         files.close(number);
         // 7. A quote in the path could end the viewer's argument early.
-        if (Apri && F.find(u'"') == String::npos) platform().host().startProgram(u"NOTEPAD.EXE \"" + F + u"\"");
+        if (Apri && F.find(u'"') == String::npos) CurrentPlatform().host().startProgram(u"NOTEPAD.EXE \"" + F + u"\"");
         // 8.
         return F;
     } catch (const std::exception&) {

@@ -37,7 +37,7 @@ Long Cl_KIV::Pipe2List(const String& T_Row, const Object& Lst, const String& Sep
     // 3.
     const Long n = PipeCount(T_Row, Sep);
     for (Long k = 1; k <= n; ++k) {
-        const String f = GetPipeStr(T_Row, checkedInteger(k), Sep, Trimmed);
+        const String f = GetPipeStr(T_Row, CheckedInteger(k), Sep, Trimmed);
         String item = f;
         std::optional<String> data;
         if (!DataSep.empty()) {
@@ -71,17 +71,17 @@ Long Cl_KIV::GetListWdt(const Object& Lst) {
     if (n <= 0) return 0;
     const Long hWnd = ToLong(GetMember(Lst, "hWnd"));
     Long widest = 0;
-    WindowSystem& windows = platform().windows();
+    WindowSystem& windows = CurrentPlatform().windows();
     for (Long i = 0; i < n; ++i) widest = std::max(widest, windows.textWidth(hWnd, Item(Lst, i)));
-    return checkedLong(std::int64_t{widest} + kTextMargin);
+    return CheckedLong(std::int64_t{widest} + kTextMargin);
 }
 
 Long Cl_KIV::AllargaList(const Object& Lst, Long Extra) {
     // 1.
-    const Long W = std::max<Long>(checkedLong(std::int64_t{GetListWdt(Lst)} + Extra), 0);
+    const Long W = std::max<Long>(CheckedLong(std::int64_t{GetListWdt(Lst)} + Extra), 0);
     // 2., 3. A combo box widens its drop-down; a list box gets a scroll bar.
     const Long message = IsCombo(Lst) ? kComboSetDroppedWidth : kListSetHorizontalExtent;
-    platform().windows().sendMessage(ToLong(GetMember(Lst, "hWnd")), message, W, 0);
+    CurrentPlatform().windows().sendMessage(ToLong(GetMember(Lst, "hWnd")), message, W, 0);
     // 4.
     return W;
 }

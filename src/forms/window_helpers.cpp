@@ -22,7 +22,7 @@ Long Pixels(const Variant& twips, Double twipsPerPixel) { return ToLong(Variant(
 }  // namespace
 
 void Cl_KIV::FormPrimoPiano(const Object& Myfrm, Boolean SetOnTop) {
-    WindowSystem& windows = platform().windows();
+    WindowSystem& windows = CurrentPlatform().windows();
     // 1.
     const Long after = SetOnTop ? kTopMost : kNotTopMost;
     // 2. In the order of the call's arguments: the handle, then the place.
@@ -36,7 +36,7 @@ void Cl_KIV::FormPrimoPiano(const Object& Myfrm, Boolean SetOnTop) {
 }
 
 void Cl_KIV::TimerProc(Long hWnd, Long /*uMsg*/, Long idEvent, Long /*dwTime*/) {
-    WindowSystem& windows = platform().windows();
+    WindowSystem& windows = CurrentPlatform().windows();
     // 1.
     windows.killTimer(hWnd, idEvent);
     // 2.
@@ -50,6 +50,6 @@ void Cl_KIV::TimerProc(Long hWnd, Long /*uMsg*/, Long idEvent, Long /*dwTime*/) 
 
 // The form feed ends its print item without a line end, so every page of a
 // report starts on its first line, as the first page does.
-void Cl_KIV::ejec(const Variant& Nf) { platform().fileTable().print(ToLong(Nf), String(1, u'\f'), false); }
+void Cl_KIV::ejec(const Variant& Nf) { CurrentPlatform().fileTable().print(ToLong(Nf), String(1, u'\f'), false); }
 
 }  // namespace kiv

@@ -28,7 +28,7 @@ bool CaseBlindEqual(const String& a, const String& b) {
 }
 
 Long CaseBlindFind(const String& text, const String& find, Long start) {
-    if (start < 1) raise(kInvalidCall);
+    if (start < 1) Raise(kInvalidCall);
     const std::size_t from = static_cast<std::size_t>(start) - 1;
     if (from > text.size()) return 0;
     if (find.empty()) return start;

@@ -20,7 +20,7 @@ extern const std::uint16_t kFoldDelta[];
 extern const std::uint16_t kUpperDelta[];
 extern const std::uint16_t kLowerDelta[];
 
-inline char16_t lookUp(const std::uint8_t* index, const std::uint16_t* delta, char16_t c) {
+inline char16_t LookUp(const std::uint8_t* index, const std::uint16_t* delta, char16_t c) {
     constexpr unsigned mask = (1u << kCaseBlockBits) - 1;
     const unsigned block = index[c >> kCaseBlockBits];
     return static_cast<char16_t>(c + delta[(block << kCaseBlockBits) | (c & mask)]);
@@ -29,13 +29,13 @@ inline char16_t lookUp(const std::uint8_t* index, const std::uint16_t* delta, ch
 }  // namespace case_tables
 
 inline char16_t SimpleFold(char16_t c) {
-    return case_tables::lookUp(case_tables::kFoldIndex, case_tables::kFoldDelta, c);
+    return case_tables::LookUp(case_tables::kFoldIndex, case_tables::kFoldDelta, c);
 }
 inline char16_t SimpleUpper(char16_t c) {
-    return case_tables::lookUp(case_tables::kUpperIndex, case_tables::kUpperDelta, c);
+    return case_tables::LookUp(case_tables::kUpperIndex, case_tables::kUpperDelta, c);
 }
 inline char16_t SimpleLower(char16_t c) {
-    return case_tables::lookUp(case_tables::kLowerIndex, case_tables::kLowerDelta, c);
+    return case_tables::LookUp(case_tables::kLowerIndex, case_tables::kLowerDelta, c);
 }
 
 }  // namespace kiv

@@ -17,7 +17,7 @@ Cl_KIV::Cl_KIV() {
 }
 
 const String& Cl_KIV::Nibble(int index) const {
-    if (index < 0 || index > 16) raise(kSubscriptOutOfRange);
+    if (index < 0 || index > 16) Raise(kSubscriptOutOfRange);
     return nibbles_[index];
 }
 

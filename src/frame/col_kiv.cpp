@@ -14,11 +14,11 @@ Object Col_KIV::Add(const Variant& DlK_DatMask, const String& sKey) {
     auto created = std::make_shared<Cl_KIV>();
     // A plain value would go to the default property of the new object's
     // slot, which is Nothing on a fresh object.
-    if (!DlK_DatMask.isObject()) raise(kObjectNotSet);
+    if (!DlK_DatMask.isObject()) Raise(kObjectNotSet);
     created->DlK_DatMask = *DlK_DatMask.as<Object>();
     if (!sKey.empty()) {
         for (const Entry& e : items_)
-            if (e.key && CaseBlindEqual(*e.key, sKey)) raise(kDuplicateKey);
+            if (e.key && CaseBlindEqual(*e.key, sKey)) Raise(kDuplicateKey);
         items_.push_back({sKey, created});
     } else {
         items_.push_back({std::nullopt, created});
@@ -30,10 +30,10 @@ std::size_t Col_KIV::indexOf(const Variant& vntIndexKey) const {
     if (const String* key = vntIndexKey.as<String>()) {
         for (std::size_t i = 0; i < items_.size(); ++i)
             if (items_[i].key && CaseBlindEqual(*items_[i].key, *key)) return i;
-        raise(kInvalidCall);  // no item has that key
+        Raise(kInvalidCall);  // no item has that key
     }
     const Long position = ToLong(vntIndexKey);
-    if (position < 1 || position > Count()) raise(kSubscriptOutOfRange);
+    if (position < 1 || position > Count()) Raise(kSubscriptOutOfRange);
     return static_cast<std::size_t>(position - 1);
 }
 

@@ -25,10 +25,10 @@ bool IsWordCaseBlind(const String& s, const char16_t* word) { return CaseBlindEq
 }  // namespace
 
 String ToText(const Variant& value) {
-    const Locale& loc = currentLocale();
+    const Locale& loc = CurrentLocale();
     switch (value.type()) {
         case VarType::Empty: return String();
-        case VarType::Null: raise(kInvalidUseOfNull);
+        case VarType::Null: Raise(kInvalidUseOfNull);
         case VarType::String: return *value.as<String>();
         case VarType::Integer: return Digits(*value.as<Integer>());
         case VarType::Long: return Digits(*value.as<Long>());
@@ -38,7 +38,7 @@ String ToText(const Variant& value) {
         case VarType::Currency: return CurrencyText(*value.as<Currency>());
         case VarType::Boolean: return *value.as<Boolean>() ? loc.trueText : loc.falseText;
         case VarType::Date: return DateText(*value.as<Date>());
-        default: raise(kTypeMismatch);
+        default: Raise(kTypeMismatch);
     }
 }
 
@@ -48,7 +48,7 @@ Single ToSingle(const Variant& value) {
     if (const Single* s = value.as<Single>()) return *s;
     const double d = ToDoubleLocale(value);
     const auto s = static_cast<Single>(d);
-    if (std::isinf(s) && std::isfinite(d)) raise(kOverflow);
+    if (std::isinf(s) && std::isfinite(d)) Raise(kOverflow);
     return s;
 }
 
@@ -67,7 +67,7 @@ Long ToLong(const Variant& value) {
 Byte ToByte(const Variant& value) {
     if (const Byte* b = value.as<Byte>()) return *b;
     const double r = RoundHalfEven(ToDoubleLocale(value), 0);
-    if (!(r >= 0 && r <= 255)) raise(kOverflow);
+    if (!(r >= 0 && r <= 255)) Raise(kOverflow);
     return static_cast<Byte>(r);
 }
 
@@ -79,10 +79,10 @@ Currency ToCurrency(const Variant& value) {
 Boolean ToBooleanLocale(const Variant& value) {
     switch (value.type()) {
         case VarType::Boolean: return *value.as<Boolean>();
-        case VarType::Null: raise(kInvalidUseOfNull);
+        case VarType::Null: Raise(kInvalidUseOfNull);
         case VarType::String: {
             const String& s = *value.as<String>();
-            const Locale& loc = currentLocale();
+            const Locale& loc = CurrentLocale();
             if (IsWordCaseBlind(s, u"True") || IsWordCaseBlind(s, u"Vero") || CaseBlindEqual(s, loc.trueText))
                 return true;
             if (IsWordCaseBlind(s, u"False") || IsWordCaseBlind(s, u"Falso") || CaseBlindEqual(s, loc.falseText))
@@ -95,15 +95,15 @@ Boolean ToBooleanLocale(const Variant& value) {
 
 Object ToObject(const Variant& value) {
     if (const Object* o = value.as<Object>()) return *o;
-    raise(kTypeMismatch);
+    Raise(kTypeMismatch);
 }
 
 Variant Negate(const Variant& value) {
     switch (value.type()) {
         case VarType::Empty: return Variant(Integer{0});
         case VarType::Null: return value;
-        case VarType::Integer: return Variant(checkedInteger(-std::int64_t{*value.as<Integer>()}));
-        case VarType::Long: return Variant(checkedLong(-std::int64_t{*value.as<Long>()}));
+        case VarType::Integer: return Variant(CheckedInteger(-std::int64_t{*value.as<Integer>()}));
+        case VarType::Long: return Variant(CheckedLong(-std::int64_t{*value.as<Long>()}));
         case VarType::Byte: return Variant(static_cast<Integer>(-*value.as<Byte>()));
         case VarType::Boolean: return Variant(static_cast<Integer>(*value.as<Boolean>() ? 1 : 0));
         case VarType::Single: return Variant(-*value.as<Single>());
@@ -111,11 +111,11 @@ Variant Negate(const Variant& value) {
         case VarType::Date: return Variant(DateFromSerial(-value.as<Date>()->serial));
         case VarType::Currency: {
             const std::int64_t s = value.as<Currency>()->scaled;
-            if (s == std::numeric_limits<std::int64_t>::min()) raise(kOverflow);
+            if (s == std::numeric_limits<std::int64_t>::min()) Raise(kOverflow);
             return Variant(Currency{-s});
         }
         case VarType::String: return Variant(-ToDoubleLocale(value));
-        default: raise(kTypeMismatch);
+        default: Raise(kTypeMismatch);
     }
 }
 
@@ -143,7 +143,7 @@ Order NumberAgainstText(const Variant& number, const Variant& text) {
 
 Order CompareValues(const Variant& a, const Variant& b) {
     const auto unusable = [](const Variant& v) { return v.isObject() || v.isArray() || v.isError(); };
-    if (unusable(a) || unusable(b)) raise(kTypeMismatch);
+    if (unusable(a) || unusable(b)) Raise(kTypeMismatch);
     if (a.isNull() || b.isNull()) return Order::Null;
     if (a.isEmpty() && b.isEmpty()) return Order::Equal;
     if (a.isEmpty()) return b.isString() ? Compare(String(), *b.as<String>()) : Compare(0.0, ToDoubleLocale(b));

@@ -18,16 +18,16 @@ std::string LowerAscii(std::string_view s) {
 Variant CallProperty(Dispatchable& object, const Member& member, InvokeKind kind, Arguments& args) {
     const std::size_t given = args.positional.size() + args.named.size() + args.namedById.size();
     if (kind == InvokeKind::PropertyGet || kind == InvokeKind::Method) {
-        if (given != 0) raise(kWrongArgumentCount);
+        if (given != 0) Raise(kWrongArgumentCount);
         return member.get(object);
     }
-    if (given != 1) raise(kWrongArgumentCount);
+    if (given != 1) Raise(kWrongArgumentCount);
     Variant* value = !args.positional.empty() ? args.positional.front()
                      : !args.named.empty()    ? args.named.front().second
                                               : args.namedById.front().second;
     // An object slot takes only an object; a value slot takes a value by Let.
     if (member.result == VarType::Object ? !value->isObject() : kind == InvokeKind::PropertyPutRef)
-        raise(kObjectRequired);
+        Raise(kObjectRequired);
     member.set(object, *value);
     return Variant();
 }
@@ -116,14 +116,14 @@ std::string Dispatchable::typeName() const {
 Variant Dispatchable::invoke(std::string_view member, InvokeKind kind, Arguments& args) {
     const ClassInfo* c = description();
     const Member* m = c != nullptr ? c->find(member) : nullptr;
-    if (m == nullptr) raise(kNotSupported);
+    if (m == nullptr) Raise(kNotSupported);
     return Invoke(*this, *m, kind, args);
 }
 
 Variant Dispatchable::invokeById(std::int32_t id, InvokeKind kind, Arguments& args) {
     const ClassInfo* c = description();
     const Member* m = c != nullptr ? c->findById(id) : nullptr;
-    if (m == nullptr) raise(kNotSupported);
+    if (m == nullptr) Raise(kNotSupported);
     return Invoke(*this, *m, kind, args);
 }
 
@@ -146,15 +146,15 @@ std::int32_t MemberId(std::string_view name) {
 
 Variant Invoke(Dispatchable& object, const Member& member, InvokeKind kind, Arguments& args) {
     if (member.kind == MemberKind::Property) return CallProperty(object, member, kind, args);
-    if (kind != InvokeKind::Method && kind != InvokeKind::PropertyGet) raise(kNotSupported);
+    if (kind != InvokeKind::Method && kind != InvokeKind::PropertyGet) Raise(kNotSupported);
 
     const std::size_t n = member.params.size();
-    if (args.positional.size() > n) raise(kWrongArgumentCount);
+    if (args.positional.size() > n) Raise(kWrongArgumentCount);
     std::array<Variant*, kMaxParams> bound{};
     for (std::size_t i = 0; i < args.positional.size(); ++i) bound[i] = args.positional[i];
     const auto bindNamed = [&](std::int32_t i, Variant* value) {
-        if (i < 0 || static_cast<std::size_t>(i) >= n) raise(kNamedArgumentNotFound);
-        if (bound[i] != nullptr) raise(kWrongArgumentCount);
+        if (i < 0 || static_cast<std::size_t>(i) >= n) Raise(kNamedArgumentNotFound);
+        if (bound[i] != nullptr) Raise(kWrongArgumentCount);
         bound[i] = value;
     };
     for (auto& [name, value] : args.named) bindNamed(ParamId(member, name), value);
@@ -163,9 +163,9 @@ Variant Invoke(Dispatchable& object, const Member& member, InvokeKind kind, Argu
         return member.call(object, member, std::span<Variant* const>(bound.data(), n));
     } catch (const std::bad_alloc&) {
         // Memory that ran out anywhere in the call is the runtime's error, never an abort.
-        raise(kOutOfMemory);
+        Raise(kOutOfMemory);
     } catch (const std::length_error&) {
-        raise(kOutOfMemory);
+        Raise(kOutOfMemory);
     }
 }
 

@@ -199,7 +199,7 @@ template <class T> T FromArgument(const Variant& v) {
     if constexpr (std::is_same_v<T, Variant>) return v;
     else {
         // The interface layer refuses Null for every typed parameter.
-        if (v.isNull() || v.isError()) raise(kTypeMismatch);
+        if (v.isNull() || v.isError()) Raise(kTypeMismatch);
         if constexpr (std::is_same_v<T, String>) return ToText(v);
         else if constexpr (std::is_same_v<T, Integer>) return ToInteger(v);
         else if constexpr (std::is_same_v<T, Long>) return ToLong(v);
@@ -213,7 +213,7 @@ template <class T> T FromArgument(const Variant& v) {
         else if constexpr (std::is_enum_v<T>) return static_cast<T>(ToLong(v));
         else {
             const Array* a = v.array();
-            if (a == nullptr || a->element() != T::kElement) raise(kTypeMismatch);
+            if (a == nullptr || a->element() != T::kElement) Raise(kTypeMismatch);
             return T(*a);
         }
     }
@@ -227,7 +227,7 @@ template <class T> Variant ToResult(T value) {
 
 inline const Variant& ArgumentOrDefault(const ParamSpec& p, Variant* arg) {
     if (arg != nullptr && !arg->isMissing()) return *arg;
-    if (!p.optional) raise(kArgumentNotOptional);
+    if (!p.optional) Raise(kArgumentNotOptional);
     return p.defaultValue;
 }
 

@@ -4,7 +4,7 @@
 
 namespace kiv {
 
-std::string describeError(int number) {
+std::string DescribeError(int number) {
     switch (number) {
         case kInvalidCall: return "Invalid procedure call or argument";
         case kOverflow: return "Overflow";
@@ -39,22 +39,22 @@ std::string describeError(int number) {
     }
 }
 
-RuntimeError::RuntimeError(int number) : number_(number), description_(describeError(number)) {}
+RuntimeError::RuntimeError(int number) : number_(number), description_(DescribeError(number)) {}
 
 RuntimeError::RuntimeError(int number, std::string description)
     : number_(number), description_(std::move(description)) {}
 
-void raise(int number) { throw RuntimeError(number); }
+void Raise(int number) { throw RuntimeError(number); }
 
-std::int16_t checkedInteger(std::int64_t value) {
+std::int16_t CheckedInteger(std::int64_t value) {
     if (value < std::numeric_limits<std::int16_t>::min() || value > std::numeric_limits<std::int16_t>::max())
-        raise(kOverflow);
+        Raise(kOverflow);
     return static_cast<std::int16_t>(value);
 }
 
-std::int32_t checkedLong(std::int64_t value) {
+std::int32_t CheckedLong(std::int64_t value) {
     if (value < std::numeric_limits<std::int32_t>::min() || value > std::numeric_limits<std::int32_t>::max())
-        raise(kOverflow);
+        Raise(kOverflow);
     return static_cast<std::int32_t>(value);
 }
 

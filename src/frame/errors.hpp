@@ -41,7 +41,7 @@ enum ErrorNumber : int {
 };
 
 // The standard description of a run-time error number.
-std::string describeError(int number);
+std::string DescribeError(int number);
 
 class RuntimeError : public std::exception {
 public:
@@ -65,10 +65,10 @@ private:
     int argument_ = -1;
 };
 
-[[noreturn]] void raise(int number);
+[[noreturn]] void Raise(int number);
 
 // Narrowing with the runtime's overflow check instead of wrapping.
-std::int16_t checkedInteger(std::int64_t value);
-std::int32_t checkedLong(std::int64_t value);
+std::int16_t CheckedInteger(std::int64_t value);
+std::int32_t CheckedLong(std::int64_t value);
 
 }  // namespace kiv

@@ -133,7 +133,7 @@ String FormatFixedRight(const DecimalDigits& number, int decPlaces, std::size_t 
     if (intLen == 0) out += u'0';
     for (int j = 0; j < intLen; ++j) out += static_cast<char16_t>(d.at(j));
     if (decPlaces > 0) {
-        out += currentLocale().decimal;
+        out += CurrentLocale().decimal;
         for (int f = 0; f < decPlaces; ++f) out += static_cast<char16_t>(d.at(d.exponent + 1 + f));
     }
     return out;
@@ -145,7 +145,7 @@ namespace {
 // before the point (those beyond them in front of the first), grouping
 // marks every three, the decimals after it.
 String FormatNumber(const DecimalDigits& number, const String& pat, const NumberLayout& layout) {
-    const Locale& loc = currentLocale();
+    const Locale& loc = CurrentLocale();
     const RoundedDigits d = RoundAt(number, layout.decPlaces);
     const int x = d.exponent;
     const int intLen = d.integerLength();  // digits d.at(0 .. intLen-1)

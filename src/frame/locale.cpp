@@ -2,7 +2,7 @@
 
 namespace kiv {
 
-const Locale& currentLocale() {
+const Locale& CurrentLocale() {
     static const Locale italian;
     return italian;
 }

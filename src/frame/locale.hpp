@@ -16,6 +16,6 @@ struct Locale {
     String falseText = u"False";
 };
 
-const Locale& currentLocale();
+const Locale& CurrentLocale();
 
 }  // namespace kiv

@@ -6,21 +6,21 @@
 namespace kiv {
 namespace {
 
-std::shared_ptr<Platform>& installed() {
+std::shared_ptr<Platform>& Installed() {
     static std::shared_ptr<Platform> p;
     return p;
 }
 
-std::string environment(const char* name) {
+std::string Environment(const char* name) {
     const char* v = std::getenv(name);
     return v != nullptr ? v : "";
 }
 
 // $XDG_DATA_HOME/kiv, else ~/.local/share/kiv.
-std::string dataFolder() {
-    std::string base = environment("XDG_DATA_HOME");
+std::string DataFolder() {
+    std::string base = Environment("XDG_DATA_HOME");
     if (base.empty()) {
-        const std::string home = environment("HOME");
+        const std::string home = Environment("HOME");
         base = (home.empty() ? std::string(".") : home) + "/.local/share";
     }
     return base + "/kiv";
@@ -31,24 +31,24 @@ std::string dataFolder() {
 PlatformSettings PlatformSettings::fromEnvironment() {
     PlatformSettings s;
     for (char letter = 'A'; letter <= 'Z'; ++letter) {
-        const std::string folder = environment((std::string("KIV_DRIVE_") + letter).c_str());
+        const std::string folder = Environment((std::string("KIV_DRIVE_") + letter).c_str());
         if (!folder.empty()) s.drives[letter] = folder;
     }
     if (!s.drives.contains('C')) s.drives['C'] = defaultDriveC();
-    s.registryFolder = environment("KIV_REGISTRY");
-    if (s.registryFolder.empty()) s.registryFolder = dataFolder() + "/registry";
-    s.utf8Files = !environment("KIV_TEXT_UTF8").empty() && environment("KIV_TEXT_UTF8") != "0";
+    s.registryFolder = Environment("KIV_REGISTRY");
+    if (s.registryFolder.empty()) s.registryFolder = DataFolder() + "/registry";
+    s.utf8Files = !Environment("KIV_TEXT_UTF8").empty() && Environment("KIV_TEXT_UTF8") != "0";
     return s;
 }
 
-std::string PlatformSettings::defaultDriveC() { return dataFolder() + "/drive-c"; }
+std::string PlatformSettings::defaultDriveC() { return DataFolder() + "/drive-c"; }
 
-Platform& platform() {
-    std::shared_ptr<Platform>& p = installed();
-    if (!p) p = makeSystemPlatform(PlatformSettings::fromEnvironment());
+Platform& CurrentPlatform() {
+    std::shared_ptr<Platform>& p = Installed();
+    if (!p) p = MakeSystemPlatform(PlatformSettings::fromEnvironment());
     return *p;
 }
 
-void installPlatform(std::shared_ptr<Platform> p) { installed() = std::move(p); }
+void InstallPlatform(std::shared_ptr<Platform> p) { Installed() = std::move(p); }
 
 }  // namespace kiv

@@ -56,10 +56,10 @@ public:
 
 // The platform in force. Until one is installed this is the system's own,
 // with settings from the environment.
-Platform& platform();
-void installPlatform(std::shared_ptr<Platform> p);
+Platform& CurrentPlatform();
+void InstallPlatform(std::shared_ptr<Platform> p);
 
 // The system's own platform, defined in the system layer (src/system/<os>/).
-std::shared_ptr<Platform> makeSystemPlatform(PlatformSettings settings);
+std::shared_ptr<Platform> MakeSystemPlatform(PlatformSettings settings);
 
 }  // namespace kiv

@@ -192,7 +192,7 @@ bool InDateRange(double serial) {
 }
 
 Date DateFromSerial(double serial) {
-    if (!InDateRange(serial)) raise(kOverflow);
+    if (!InDateRange(serial)) Raise(kOverflow);
     return Date{serial};
 }
 
@@ -202,22 +202,22 @@ Date DateFromParts(int year, int month, int day) {
     const std::int64_t carry = m0 >= 0 ? m0 / 12 : -((11 - m0) / 12);  // floor(m0 / 12)
     const std::int64_t y = WindowYear(year) + carry;
     const int m = static_cast<int>(m0 - carry * 12) + 1;  // [1, 12]
-    if (y < -100000 || y > 100000) raise(kInvalidCall);
+    if (y < -100000 || y > 100000) Raise(kInvalidCall);
     const double serial = static_cast<double>(DayNumber(y, m, 1) + day - 1);
-    if (!InDateRange(serial)) raise(kInvalidCall);
+    if (!InDateRange(serial)) Raise(kInvalidCall);
     return Date{serial};
 }
 
 Date TimeFromParts(int hours, int minutes, int seconds) {
     const std::int64_t total = std::int64_t{hours} * 3600 + std::int64_t{minutes} * 60 + seconds;
     const double serial = static_cast<double>(total) / 86400.0;
-    if (!InDateRange(serial)) raise(kInvalidCall);
+    if (!InDateRange(serial)) Raise(kInvalidCall);
     return Date{serial};
 }
 
 DateParts SplitDate(Date date) {
     std::int64_t day = 0, secs = 0;
-    if (!DayAndSecond(date.serial, day, secs)) raise(kOverflow);
+    if (!DayAndSecond(date.serial, day, secs)) Raise(kOverflow);
     DateParts parts{};
     CivilFromDay(day, parts.year, parts.month, parts.day);
     parts.hour = static_cast<int>(secs / 3600);
@@ -230,17 +230,17 @@ Date ToDateLocale(const Variant& value) {
     switch (value.type()) {
         case VarType::Date: return DateFromSerial(value.as<Date>()->serial);  // a host may pass any serial
         case VarType::Empty: return Date{0};
-        case VarType::Null: raise(kInvalidUseOfNull);
+        case VarType::Null: Raise(kInvalidUseOfNull);
         case VarType::String: {
             double serial = 0;
-            if (!ParseDateText(*value.as<String>(), serial)) raise(kTypeMismatch);
+            if (!ParseDateText(*value.as<String>(), serial)) Raise(kTypeMismatch);
             return DateFromSerial(serial);
         }
         case VarType::Integer: case VarType::Long: case VarType::Single: case VarType::Double:
         case VarType::Currency: case VarType::Byte: case VarType::Boolean: {
             return DateFromSerial(ToDoubleLocale(value));
         }
-        default: raise(kTypeMismatch);
+        default: Raise(kTypeMismatch);
     }
 }
 
@@ -255,7 +255,7 @@ Boolean IsDateValue(const Variant& value) {
 }
 
 Integer WeekdayOf(Date date) {
-    if (!InDateRange(date.serial)) raise(kOverflow);
+    if (!InDateRange(date.serial)) Raise(kOverflow);
     const auto day = static_cast<std::int64_t>(std::trunc(date.serial));
     return static_cast<Integer>(((day + 6) % 7 + 7) % 7 + 1);  // day 0 was a Saturday
 }
@@ -267,7 +267,7 @@ String DateText(Date date) {
     String out;
     out.reserve(20);
     if (!dayZero) {
-        const char16_t sep = currentLocale().dateSeparator;
+        const char16_t sep = CurrentLocale().dateSeparator;
         AppendTwo(out, p.day);
         out += sep;
         AppendTwo(out, p.month);
@@ -277,7 +277,7 @@ String DateText(Date date) {
         if (!hasTime) return out;
         out += u' ';
     }
-    const char16_t sep = currentLocale().timeSeparator;
+    const char16_t sep = CurrentLocale().timeSeparator;
     AppendNumber(out, p.hour);
     out += sep;
     AppendTwo(out, p.minute);
@@ -286,7 +286,7 @@ String DateText(Date date) {
     return out;
 }
 
-Date NowDateTime() { return platform().host().now(); }
+Date NowDateTime() { return CurrentPlatform().host().now(); }
 
 Date TodayDate() { return Date{std::trunc(NowDateTime().serial)}; }
 

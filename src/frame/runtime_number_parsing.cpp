@@ -186,7 +186,7 @@ Parse StripAffixes(const char16_t*& p, const char16_t*& e, const Locale& loc, bo
 // digit, "," decimals, an exponent; the whole text or nothing. Nothing is
 // allocated for ordinary numbers.
 Parse ParseLocale(const char16_t* p, const char16_t* e, double& out) {
-    const Locale& loc = currentLocale();
+    const Locale& loc = CurrentLocale();
     bool negative = false;
     if (const Parse r = StripAffixes(p, e, loc, negative); r != Parse::Ok) return r;
 
@@ -221,7 +221,7 @@ Double ValPrefix(const String& text) {
     skip();
     if (IsRadixPrefix(p, e)) {
         double v = 0;
-        if (ReadRadix(p, e, skip, false, v) == Parse::Overflow) raise(kOverflow);
+        if (ReadRadix(p, e, skip, false, v) == Parse::Overflow) Raise(kOverflow);
         return v;
     }
     bool negative = false;
@@ -239,14 +239,14 @@ Double ValPrefix(const String& text) {
         if (!ReadExponent(p, e, skip, exponent)) p = mark;  // a mark without digits is not an exponent
     }
     double v = 0;
-    if (Finish(m, exponent, negative, v) == Parse::Overflow) raise(kOverflow);
+    if (Finish(m, exponent, negative, v) == Parse::Overflow) Raise(kOverflow);
     return v;
 }
 
 Double ToDoubleLocale(const Variant& value) {
     switch (value.type()) {
         case VarType::Empty: return 0;
-        case VarType::Null: raise(kInvalidUseOfNull);
+        case VarType::Null: Raise(kInvalidUseOfNull);
         case VarType::Integer: return *value.as<Integer>();
         case VarType::Long: return *value.as<Long>();
         case VarType::Single: return *value.as<Single>();
@@ -260,12 +260,12 @@ Double ToDoubleLocale(const Variant& value) {
             double v = 0;
             switch (ParseLocale(s.data(), s.data() + s.size(), v)) {
                 case Parse::Ok: return v;
-                case Parse::Overflow: raise(kOverflow);
+                case Parse::Overflow: Raise(kOverflow);
                 case Parse::Bad: break;
             }
-            raise(kTypeMismatch);
+            Raise(kTypeMismatch);
         }
-        default: raise(kTypeMismatch);
+        default: Raise(kTypeMismatch);
     }
 }
 

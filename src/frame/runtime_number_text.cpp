@@ -116,11 +116,11 @@ DecimalDigits ToDecimalDigits(Double value, int significant) {
 DecimalDigits ToDecimalDigits(Single value) { return Digits(value, 7); }
 
 // Text that helpers of other files need: the Currency spelling.
-String CurrencyText(Currency c) { return CurrencySpell(c, currentLocale().decimal, false); }
+String CurrencyText(Currency c) { return CurrencySpell(c, CurrentLocale().decimal, false); }
 
 String StrNum(const Variant& number) {
     switch (number.type()) {
-        case VarType::Null: raise(kInvalidUseOfNull);
+        case VarType::Null: Raise(kInvalidUseOfNull);
         case VarType::Empty: return u" 0";
         case VarType::Integer: return IntegerSpell(*number.as<Integer>(), true);
         case VarType::Long: return IntegerSpell(*number.as<Long>(), true);
@@ -133,7 +133,7 @@ String StrNum(const Variant& number) {
     }
 }
 
-String NumberText(Double value) { return Spell(ToDecimalDigits(value, 15), currentLocale().decimal, false, 15); }
-String NumberText(Single value) { return Spell(ToDecimalDigits(value), currentLocale().decimal, false, 7); }
+String NumberText(Double value) { return Spell(ToDecimalDigits(value, 15), CurrentLocale().decimal, false, 15); }
+String NumberText(Single value) { return Spell(ToDecimalDigits(value), CurrentLocale().decimal, false, 7); }
 
 }  // namespace kiv

@@ -46,12 +46,12 @@ Currency RoundCurrency(Currency c, int decimals) {
 }  // namespace
 
 Double RoundHalfEven(Double value, int decimals) {
-    if (decimals < 0) raise(kInvalidCall);
+    if (decimals < 0) Raise(kInvalidCall);
     return RoundBinary(value, decimals, kDoubleWhole, 1074);
 }
 
 Variant RoundHalfEven(const Variant& value, int decimals) {
-    if (decimals < 0) raise(kInvalidCall);
+    if (decimals < 0) Raise(kInvalidCall);
     switch (value.type()) {
         case VarType::Null: return value;
         case VarType::Empty: return Variant(Integer{0});
@@ -66,13 +66,13 @@ Variant RoundHalfEven(const Variant& value, int decimals) {
 
 Integer RoundToInteger(Double value) {
     const double r = RoundHalfEven(value, 0);
-    if (!(r >= -32768.0 && r <= 32767.0)) raise(kOverflow);
+    if (!(r >= -32768.0 && r <= 32767.0)) Raise(kOverflow);
     return static_cast<Integer>(r);
 }
 
 Long RoundToLong(Double value) {
     const double r = RoundHalfEven(value, 0);
-    if (!(r >= -2147483648.0 && r <= 2147483647.0)) raise(kOverflow);
+    if (!(r >= -2147483648.0 && r <= 2147483647.0)) Raise(kOverflow);
     return static_cast<Long>(r);
 }
 
@@ -95,12 +95,12 @@ Variant WholePart(const Variant& value, Op op) {
             const auto extra = static_cast<std::int64_t>(op(static_cast<double>(s % 10000) / 10000.0));
             const std::int64_t units = s / 10000 + extra;
             // The floor of the least Currency is a unit below it.
-            if (units < std::numeric_limits<std::int64_t>::min() / 10000) raise(kOverflow);
+            if (units < std::numeric_limits<std::int64_t>::min() / 10000) Raise(kOverflow);
             return Variant(Currency{units * 10000});
         }
         case VarType::Date: return Variant(DateFromSerial(op(value.as<Date>()->serial)));
         case VarType::String: return Variant(op(ToDoubleLocale(value)));
-        default: raise(kTypeMismatch);
+        default: Raise(kTypeMismatch);
     }
 }
 }  // namespace

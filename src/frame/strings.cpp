@@ -20,24 +20,24 @@ String RTrim(const String& s) {
 }
 
 String Left(const String& s, Long n) {
-    if (n < 0) raise(kInvalidCall);
+    if (n < 0) Raise(kInvalidCall);
     return s.substr(0, static_cast<std::size_t>(n));
 }
 
 String Right(const String& s, Long n) {
-    if (n < 0) raise(kInvalidCall);
+    if (n < 0) Raise(kInvalidCall);
     const std::size_t k = static_cast<std::size_t>(n);
     return k >= s.size() ? s : s.substr(s.size() - k);
 }
 
 String Mid(const String& s, Long start) {
-    if (start < 1) raise(kInvalidCall);
+    if (start < 1) Raise(kInvalidCall);
     const std::size_t from = static_cast<std::size_t>(start) - 1;
     return from >= s.size() ? String() : s.substr(from);
 }
 
 String Mid(const String& s, Long start, Long n) {
-    if (start < 1 || n < 0) raise(kInvalidCall);
+    if (start < 1 || n < 0) Raise(kInvalidCall);
     const std::size_t from = static_cast<std::size_t>(start) - 1;
     return from >= s.size() ? String() : s.substr(from, static_cast<std::size_t>(n));
 }
@@ -45,7 +45,7 @@ String Mid(const String& s, Long start, Long n) {
 String Space(Long n) { return StringOf(n, u' '); }
 
 String StringOf(Long n, char16_t c) {
-    if (n < 0) raise(kInvalidCall);
+    if (n < 0) Raise(kInvalidCall);
     RequireTextLength(static_cast<std::uint64_t>(n));
     return String(static_cast<std::size_t>(n), c);
 }
@@ -62,10 +62,10 @@ String LCase(const String& s) {
     return out;
 }
 
-Integer Len16(const String& s) { return checkedInteger(static_cast<std::int64_t>(s.size())); }
+Integer Len16(const String& s) { return CheckedInteger(static_cast<std::int64_t>(s.size())); }
 
 Long InStr(Long start, const String& text, const String& find) {
-    if (start < 1) raise(kInvalidCall);
+    if (start < 1) Raise(kInvalidCall);
     const std::size_t from = static_cast<std::size_t>(start) - 1;
     if (from > text.size()) return 0;
     const std::size_t p = text.find(find, from);
@@ -94,7 +94,7 @@ String ReplaceAll(const String& text, const String& find, const String& with) {
 }
 
 void RequireTextLength(std::uint64_t length) {
-    if (length > kMaxTextLength) raise(kOutOfStringSpace);
+    if (length > kMaxTextLength) Raise(kOutOfStringSpace);
 }
 
 ForwardSearch::ForwardSearch(std::u16string_view text, std::u16string_view find)

@@ -9,7 +9,7 @@ namespace kiv {
 
 Currency Currency::fromDouble(double value) {
     const double scaled = std::nearbyint(value * 10000.0);
-    if (!(scaled >= -9.2233720368547758e18 && scaled < 9.2233720368547758e18)) raise(kOverflow);
+    if (!(scaled >= -9.2233720368547758e18 && scaled < 9.2233720368547758e18)) Raise(kOverflow);
     return Currency{static_cast<std::int64_t>(scaled)};
 }
 
@@ -49,18 +49,18 @@ Array* Variant::array() {
 Array::Array(VarType element, std::vector<Bound> dims) : element_(element), dims_(std::move(dims)) {
     std::size_t total = 1;
     for (const Bound& b : dims_) {
-        if (b.count < 0) raise(kSubscriptOutOfRange);
+        if (b.count < 0) Raise(kSubscriptOutOfRange);
         total *= static_cast<std::size_t>(b.count);
     }
     items_.assign(total, element_ == VarType::String ? Variant(String()) : Variant());
 }
 
 std::size_t Array::offset(const Long* index, std::size_t n) const {
-    if (n != dims_.size()) raise(kSubscriptOutOfRange);
+    if (n != dims_.size()) Raise(kSubscriptOutOfRange);
     std::size_t off = 0;
     for (std::size_t d = 0; d < n; ++d) {  // last index fastest
         const std::int64_t i = static_cast<std::int64_t>(index[d]) - dims_[d].lower;
-        if (i < 0 || i >= dims_[d].count) raise(kSubscriptOutOfRange);
+        if (i < 0 || i >= dims_[d].count) Raise(kSubscriptOutOfRange);
         off = off * static_cast<std::size_t>(dims_[d].count) + static_cast<std::size_t>(i);
     }
     return off;
@@ -75,7 +75,7 @@ Variant& Array::at(const std::vector<Long>& index) { return items_[offset(index.
 void Array::set(const std::vector<Long>& index, Variant value) {
     Variant& slot = at(index);
     if (element_ == VarType::String) {
-        if (value.isNull()) raise(kInvalidUseOfNull);
+        if (value.isNull()) Raise(kInvalidUseOfNull);
         slot = Variant(ToText(value));
     } else {
         slot = std::move(value);

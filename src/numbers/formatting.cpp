@@ -18,7 +18,7 @@ namespace {
 // The marker a mis-sized column gets: the number through `marker`, then
 // right-aligned in fifteen characters so that it stands out.
 String FormatError(const Variant& x, const char16_t* marker) {
-    platform().host().messageBox(MsgIcon::Exclamation, u"FmtNum", u"ERRORE di formato in Function FmtNum!");
+    CurrentPlatform().host().messageBox(MsgIcon::Exclamation, u"FmtNum", u"ERRORE di formato in Function FmtNum!");
     return FormatPattern(Variant(FormatPattern(x, marker)), String(15, u'@'));
 }
 
@@ -26,8 +26,8 @@ String FormatError(const Variant& x, const char16_t* marker) {
 // Sets the length of the integer part and the width the decimals take.
 void NumberPattern(Integer Lun, Integer Dec, String& pattern, std::size_t& integerLength, Long& extra) {
     // Lun - Dec is a 16-bit difference of its own before the 2 comes off.
-    const Integer hashes = checkedInteger(Dec != 0 ? checkedInteger(Lun - Dec) - 2 : Lun - 1);
-    if (hashes < 0 || Dec < 0) raise(kInvalidCall);  // a negative repeat count
+    const Integer hashes = CheckedInteger(Dec != 0 ? CheckedInteger(Lun - Dec) - 2 : Lun - 1);
+    if (hashes < 0 || Dec < 0) Raise(kInvalidCall);  // a negative repeat count
     pattern.assign(static_cast<std::size_t>(hashes), u'#');
     pattern += u'0';
     integerLength = pattern.size();
@@ -88,7 +88,7 @@ void FillBlanks(String& s, const String& Fill_Num) {
 // False, with nothing laid out, when Lun leaves no room for the decimals.
 bool OpenLayout(Cl_KIV& kiv, const Variant& X, Integer Lun, Integer Dec, Ref<Boolean>& Fl_Mig, String& pattern,
                 Double& x) {
-    if (Dec >= 1 && Lun < checkedInteger(Dec + 2)) return false;
+    if (Dec >= 1 && Lun < CheckedInteger(Dec + 2)) return false;
     std::size_t integerLength = 0;
     Long extra = 0;
     NumberPattern(Lun, Dec, pattern, integerLength, extra);
@@ -138,16 +138,16 @@ String Cl_KIV::FmtNum(const Variant& N, Integer Lun, Integer Dec, Ref<Boolean> F
     }
 
     // The comma's position is held in a byte.
-    if (result.size() > 255) raise(kOverflow);
+    if (result.size() > 255) Raise(kOverflow);
     const Long p = InStr(result, u",");
     if (p == 0) return result;
     const String D = Mid(result, p + 1);
     const std::size_t lastNonZero = D.find_last_not_of(u'0');
     // p + M is a 16-bit sum: a huge M overflows rather than padding on.
-    if (lastNonZero == String::npos) return Left(result, M != 0 ? checkedInteger(p + M) : p - 1);
+    if (lastNonZero == String::npos) return Left(result, M != 0 ? CheckedInteger(p + M) : p - 1);
     result = Left(result, p + static_cast<Long>(lastNonZero) + 1);
     // M is the least count of decimals kept once the zeros are cut.
-    const Integer keep = checkedInteger(p + M);
+    const Integer keep = CheckedInteger(p + M);
     while (static_cast<Long>(result.size()) < keep) result += u'0';
     return result;
 }
@@ -173,11 +173,11 @@ String Cl_KIV::FmtNumOld(const Variant& N, Integer Lun, Integer Dec, Ref<Boolean
 }
 
 String Cl_KIV::NoVirg(const Variant& N, Integer Lun, Integer Dec) {
-    const String S = this->FmtNum(N, checkedInteger(Lun + 1), Dec);
+    const String S = this->FmtNum(N, CheckedInteger(Lun + 1), Dec);
     const Long p = InStr(S, u",");
     // Without decimals the extra column stays: old record layouts expect it.
     if (p == 0) return S;
-    const Long width = checkedInteger(Lun - Dec);
+    const Long width = CheckedInteger(Lun - Dec);
     return Right(Space(width) + Left(S, p - 1), width) + Mid(S, p + 1);
 }
 
@@ -185,7 +185,7 @@ String Cl_KIV::FmtTag(const String& Txt, Ref<Variant> Lun, const String& Tag, Bo
     String result = Txt;
     if (IsNumericText(Txt) && Tag.size() == 2 && Tag[0] == u'N' && IsNumericText(Tag.substr(1))) {
         if (CompareValues(*Lun, Variant(Integer{1})) == Order::Less) *Lun = Variant(Integer{8});
-        const Integer d = checkedInteger(static_cast<std::int64_t>(ToDoubleLocale(Variant(Tag.substr(1)))));
+        const Integer d = CheckedInteger(static_cast<std::int64_t>(ToDoubleLocale(Variant(Tag.substr(1)))));
         result = this->FmtNum(Variant(ToDoubleLocale(Variant(Trim(Txt)))), ToInteger(*Lun), d, false, u"", -1);
         if (Trimmed) result = Trim(result);
     }
@@ -213,18 +213,18 @@ String Cl_KIV::Perc2Str(Ref<Variant> Perc, Ref<Integer> LStr, Ref<String> SStr) 
     if (*LStr > 0) {
         if (SStr->size() < 2) *SStr += u'.';
         *SStr = Left(*SStr, 2);
-        if (SStr->size() < 2) raise(kInvalidCall);  // no background character
+        if (SStr->size() < 2) Raise(kInvalidCall);  // no background character
         background = StringOf(*LStr, (*SStr)[1]);
     }
     if (*LStr < 0) {
         // Ruler style: four segments of n dashes between marks.
-        const Integer n = checkedInteger(-static_cast<std::int64_t>(*LStr));
+        const Integer n = CheckedInteger(-static_cast<std::int64_t>(*LStr));
         const String B = StringOf(n, u'-');
         background = u"|" + B + u"+" + B + u"|" + B + u"+" + B + u"|";
         *LStr = Len16(background);
     }
 
-    if (SStr->empty()) raise(kInvalidCall);  // no fill character
+    if (SStr->empty()) Raise(kInvalidCall);  // no fill character
     const Double count = IntFloor(static_cast<Double>(*LStr) * ToDoubleLocale(*Perc) / 100);
     const String filled = StringOf(static_cast<Long>(count), (*SStr)[0]);
     return filled + Mid(background, static_cast<Long>(filled.size()) + 1);

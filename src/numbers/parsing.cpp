@@ -18,10 +18,10 @@ bool HasPoint(const String& s) { return s.find(u'.') != String::npos; }
 // sum widens to Double, Null stays Null, a Date stays a Date.
 Variant AddDouble(const Variant& v, Double q) {
     if (v.isNull()) return v;
-    if (v.isError() || v.isObject() || v.isArray()) raise(kTypeMismatch);
+    if (v.isError() || v.isObject() || v.isArray()) Raise(kTypeMismatch);
     if (const Date* d = v.as<Date>()) return Variant(DateFromSerial(d->serial + q));
     const Double sum = ToDoubleLocale(v) + q;  // Empty is 0, numeric text is read, other text is 13
-    if (!std::isfinite(sum)) raise(kOverflow);
+    if (!std::isfinite(sum)) Raise(kOverflow);
     return Variant(sum);
 }
 
@@ -118,7 +118,7 @@ void Cl_KIV::Decr(Ref<Variant> NumVar, Double QtaDecr) { *NumVar = AddDouble(*Nu
 
 Double Cl_KIV::Log10(const Variant& X) {
     const Double x = ToDoubleLocale(X);
-    if (x <= 0) raise(kInvalidCall);
+    if (x <= 0) Raise(kInvalidCall);
     // The quotient of natural logarithms, as FmtNum's digit count expects
     // (it is a hair below 3 for 1000).
     return std::log(x) / std::log(10.0);

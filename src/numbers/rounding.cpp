@@ -14,7 +14,7 @@ namespace {
 // A Double result beyond the type's range is the overflow error, never an
 // infinity handed to the host.
 Double Checked(Double value) {
-    if (!std::isfinite(value)) raise(kOverflow);
+    if (!std::isfinite(value)) Raise(kOverflow);
     return value;
 }
 
@@ -33,7 +33,7 @@ Double RoundToStep(Double Num, Double Approx, StepUp stepUp) {
 // Amount / (Perc + 100): a VAT rate of -100 is a division by zero.
 Double PerHundredOfGross(Double amount, Double Perc) {
     const Double divisor = Perc + 100;
-    if (divisor == 0) raise(kDivisionByZero);
+    if (divisor == 0) Raise(kDivisionByZero);
     return Checked(Checked(amount / divisor) * 100);
 }
 
@@ -68,7 +68,7 @@ Double Cl_KIV::PrzScontato(Double Prz, Double Sc1, Double Sc2) {
 Double Cl_KIV::ScorpIVA(Double Impo, Double Perc, Integer ArroDec) {
     Integer d = ArroDec;
     const bool excess = d < 0;  // a negative count asks for the excess rule
-    if (excess) d = checkedInteger(-static_cast<std::int64_t>(d));
+    if (excess) d = CheckedInteger(-static_cast<std::int64_t>(d));
     Double net = RoundHalfEven(PerHundredOfGross(Impo, Perc), d);
     if (excess) {
         // The net plus its VAT must never fall short of the gross.

@@ -72,7 +72,7 @@ String IntegerWords(std::int64_t I) {
 }  // namespace
 
 String Cl_KIV::Num2Let(const Variant& Importo, Integer N_Dec, const String& Sep) {
-    if (N_Dec < 0 || N_Dec > 4) raise(kInvalidCall);
+    if (N_Dec < 0 || N_Dec > 4) Raise(kInvalidCall);
     Double X = 0;
     const String* text = Importo.as<String>();
     if (!Importo.isNull() && !Importo.isEmpty() && !(text && Trim(*text).empty())) X = ToDoubleLocale(Importo);
@@ -83,7 +83,7 @@ String Cl_KIV::Num2Let(const Variant& Importo, Integer N_Dec, const String& Sep)
     if (N_Dec == 0) comma = T.size();
     const String I = T.substr(0, comma);
     const String C = comma < T.size() ? T.substr(comma + 1) : String();
-    if (I.size() > 12) raise(kOverflow);
+    if (I.size() > 12) Raise(kOverflow);
 
     std::int64_t value = 0;
     for (char16_t d : I) value = value * 10 + (d - u'0');

@@ -23,14 +23,14 @@ Variant Advanced(const Variant& start, Long by) {
     if (const Double* d = start.as<Double>()) return Variant(*d + by);
     const std::int64_t sum = std::int64_t{WholeOf(start)} + by;
     if (start.as<Integer>() != nullptr && sum >= -32768 && sum <= 32767) return Variant(static_cast<Integer>(sum));
-    return Variant(checkedLong(sum));
+    return Variant(CheckedLong(sum));
 }
 
 }  // namespace
 
 Boolean Cl_KIV::FilExist(const String& F, Boolean AncheVuoto) {
     if (F.empty()) return false;
-    FileSystem& files = platform().files();
+    FileSystem& files = CurrentPlatform().files();
     if (files.firstMatch(F, false).empty()) return false;
     if (AncheVuoto && files.fileLength(F) == 0) return false;
     return true;
@@ -42,9 +42,9 @@ String Cl_KIV::GetStrFile(const Variant& Nf, Ref<Variant> St, const Variant& Nc,
     if (count < 1) return X;
     const Long number = WholeOf(Nf);
     const Long start = WholeOf(*St);
-    FileTable& table = platform().fileTable();
+    FileTable& table = CurrentPlatform().fileTable();
     for (Long i = 0; i < count; ++i) {
-        const String c = table.readByteAt(number, checkedLong(std::int64_t{start} + i));
+        const String c = table.readByteAt(number, CheckedLong(std::int64_t{start} + i));
         X = Rev ? c + X : X + c;
     }
     *St = Advanced(*St, count);
@@ -52,17 +52,17 @@ String Cl_KIV::GetStrFile(const Variant& Nf, Ref<Variant> St, const Variant& Nc,
 }
 
 void Cl_KIV::AppeFile(const String& F1, const String& F2, const String& F_Out, Boolean B_Appe) {
-    Host& host = platform().host();
+    Host& host = CurrentPlatform().host();
     for (const String* input : {&F1, &F2}) {
         if (!FilExist(*input)) {
             host.messageBox(MsgIcon::Critical, u"AppeFile", u"NON ESISTE IL FILE '" + *input + u"'");
             return;
         }
     }
-    if (!B_Appe && FilExist(F_Out)) platform().files().deleteFile(F_Out);
+    if (!B_Appe && FilExist(F_Out)) CurrentPlatform().files().deleteFile(F_Out);
 
     // What is printed reaches F_Out at the close, in one piece.
-    FileTable& table = platform().fileTable();
+    FileTable& table = CurrentPlatform().fileTable();
     const Integer out = table.freeNumber();
     table.open(F_Out, FileMode::Append, out);
     for (const String* input : {&F1, &F2}) {
@@ -77,7 +77,7 @@ void Cl_KIV::AppeFile(const String& F1, const String& F2, const String& F_Out, B
 
 Boolean Cl_KIV::CreateFolder(const String& Pth) {
     try {
-        FileSystem& files = platform().files();
+        FileSystem& files = CurrentPlatform().files();
         if (!files.isFolder(Pth)) files.makeFolder(Pth);
     } catch (const RuntimeError&) {
         // The result does not tell failure.
@@ -88,11 +88,11 @@ Boolean Cl_KIV::CreateFolder(const String& Pth) {
 Boolean Cl_KIV::Is_PathWritable(const String& FullPth) {
     try {
         const String T = FixBarPth(FullPth) + u"§§TestPth§§.txt";
-        FileTable& table = platform().fileTable();
+        FileTable& table = CurrentPlatform().fileTable();
         const Integer number = table.freeNumber();
         table.open(T, FileMode::Output, number);
         table.close(number);
-        if (FilExist(T)) platform().files().deleteFile(T);
+        if (FilExist(T)) CurrentPlatform().files().deleteFile(T);
         return true;
     } catch (const RuntimeError&) {
         return false;
@@ -101,7 +101,7 @@ Boolean Cl_KIV::Is_PathWritable(const String& FullPth) {
 
 void Cl_KIV::EsploraCartella(const String& Pth, Boolean Radice) {
     const String Opt = Radice ? u"/e, /root, " : u"";
-    platform().host().startProgram(u"EXPLORER " + Opt + u" " + Pth);
+    CurrentPlatform().host().startProgram(u"EXPLORER " + Opt + u" " + Pth);
 }
 
 }  // namespace kiv

@@ -25,7 +25,7 @@ String Decimal(Long n) {
 
 Long Cl_KIV::SAVEPrivateString(const String& lpParagraf, const String& lpKeyName, const String& lpString,
                                const String& lpFileName) {
-    return platform().profiles().writeString(lpParagraf, lpKeyName, lpString, lpFileName);
+    return CurrentPlatform().profiles().writeString(lpParagraf, lpKeyName, lpString, lpFileName);
 }
 
 Long Cl_KIV::WritePrivateProfileInt(const String& lpAppName, const String& lpKeyName, const Variant& lpValore,
@@ -68,7 +68,7 @@ Long Cl_KIV::SAVEPrivateChk(const String& lpParagraf, const String& lpKeyName, c
 
 String Cl_KIV::LOADPrivateString(const String& lpParagraf, const String& lpKeyName, const String& lpStd,
                                  const String& lpFileName) {
-    return platform().profiles().getString(lpParagraf, lpKeyName, lpStd, kReadBuffer, lpFileName);
+    return CurrentPlatform().profiles().getString(lpParagraf, lpKeyName, lpStd, kReadBuffer, lpFileName);
 }
 
 Long Cl_KIV::LOADPrivateInt(const String& lpParagraf, const String& lpKeyName, Long lpStdNumber,

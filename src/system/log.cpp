@@ -11,7 +11,7 @@ namespace kiv {
 void Cl_KIV::Dbg_Log(const Variant& Txt_Log, Boolean B_First, const String& T_File, Boolean HasFullPath) {
     try {
         // Choosing the file.
-        const String E = SostChar(platform().host().applicationName(), u" .", u"__");
+        const String E = SostChar(CurrentPlatform().host().applicationName(), u" .", u"__");
         String file;
         if (HasFullPath) {
             if (T_File.empty()) return;
@@ -41,10 +41,10 @@ void Cl_KIV::Dbg_Log(const Variant& Txt_Log, Boolean B_First, const String& T_Fi
 
         // Writing: the whole line at once, so that a failure leaves no half line.
         if (stamp) {
-            Variant now = Variant(platform().host().now());
+            Variant now = Variant(CurrentPlatform().host().now());
             line = u"** " + MettiASin(now, 20) + u": " + line;
         }
-        FileSystem& files = platform().files();
+        FileSystem& files = CurrentPlatform().files();
         const std::string bytes = files.encodeText(line + u"\r\n");
         if (B_First) files.replaceFile(file, bytes);
         else files.appendFile(file, bytes);

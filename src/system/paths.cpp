@@ -33,7 +33,7 @@ String Cl_KIV::GetFileName(const String& T_Path) {
     if (P == 0) return T_Path;
     const String X = Trim(Mid(T_Path, P + 1));
     if (X.empty()) {
-        platform().host().beep();
+        CurrentPlatform().host().beep();
         return String();
     }
     return Left(X, static_cast<Long>(X.size()) - 4);

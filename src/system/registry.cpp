@@ -20,7 +20,7 @@ namespace {
 constexpr Long kAccess = 0x2003F;          // read, query, set, create sub-key, enumerate, notify, create link
 constexpr std::size_t kBufferBytes = 1024;  // the readers' value and name buffers
 
-RegistryStore& Store() { return platform().registry(); }
+RegistryStore& Store() { return CurrentPlatform().registry(); }
 
 String HexOf(unsigned value) {
     char text[16];
@@ -31,7 +31,7 @@ String HexOf(unsigned value) {
 // The decimal text of a hexadecimal literal "&h" & digits as the runtime
 // reads it: up to four digits an Integer, up to eight a Long, both signed.
 String HexLiteralText(const String& digits) {
-    if (digits.size() > 8) raise(kOverflow);
+    if (digits.size() > 8) Raise(kOverflow);
     std::uint32_t v = 0;
     for (char16_t c : digits) v = v * 16 + static_cast<std::uint32_t>(c <= u'9' ? c - u'0' : c - u'A' + 10);
     const long long value = digits.size() <= 4 ? static_cast<std::int16_t>(static_cast<std::uint16_t>(v))
@@ -232,7 +232,7 @@ String Cl_KIV::RegRead(const String& R_KeyFull, const String& Sep) {
     if (Sep != u"\\") K = SostChar(K, Sep, String(Sep.size(), u'\\'));
     // 2. The root is the first field, the value name the last.
     const String rootName = GetPipeStr(K, 1, u"\\", true);
-    const String valueName = GetPipeStr(K, checkedInteger(PipeCount(K, u"\\")), u"\\", true);
+    const String valueName = GetPipeStr(K, CheckedInteger(PipeCount(K, u"\\")), u"\\", true);
     // 3. The key path lies between them.
     const Long first = InStr(K, u"\\");
     const Long last = InStrRev(K, u"\\");

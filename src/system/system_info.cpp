@@ -61,7 +61,7 @@ String Cl_KIV::GetSysDir(En_SysDir Quale) {
     try {
         String user = GetWinUserName();
         if (user.empty()) user = u"Default";
-        String folder = platform().machine().systemFolder(Quale, user);
+        String folder = CurrentPlatform().machine().systemFolder(Quale, user);
         if (folder.empty()) return folder;
         while (!folder.empty() && folder.back() == u'\\') folder.pop_back();
         return folder + u"\\";
@@ -72,7 +72,7 @@ String Cl_KIV::GetSysDir(En_SysDir Quale) {
 
 String Cl_KIV::GetWindowsVer() {
     try {
-        const SystemVersion v = platform().machine().systemVersion();
+        const SystemVersion v = CurrentPlatform().machine().systemVersion();
         const String servicePack = Trim(StripNuls(Variant(v.servicePack)));
         return servicePack.empty() ? v.name : v.name + u" " + servicePack;
     } catch (const std::exception&) {
@@ -82,7 +82,7 @@ String Cl_KIV::GetWindowsVer() {
 
 Integer Cl_KIV::GetWindowsBit() {
     try {
-        return platform().machine().systemBits();
+        return CurrentPlatform().machine().systemBits();
     } catch (const std::exception&) {
         return 0;
     }
@@ -90,7 +90,7 @@ Integer Cl_KIV::GetWindowsBit() {
 
 String Cl_KIV::GetPCName() {
     try {
-        return platform().machine().computerName();
+        return CurrentPlatform().machine().computerName();
     } catch (const std::exception&) {
         return String();
     }
@@ -98,7 +98,7 @@ String Cl_KIV::GetPCName() {
 
 String Cl_KIV::GetWinUserName() {
     try {
-        return platform().machine().userName();
+        return CurrentPlatform().machine().userName();
     } catch (const std::exception&) {
         return String();
     }
@@ -106,7 +106,7 @@ String Cl_KIV::GetWinUserName() {
 
 Boolean Cl_KIV::Is_ThemeActive() {
     try {
-        return platform().machine().themeActive();
+        return CurrentPlatform().machine().themeActive();
     } catch (const std::exception&) {
         return false;
     }
@@ -114,7 +114,7 @@ Boolean Cl_KIV::Is_ThemeActive() {
 
 String Cl_KIV::GetProviderType() {
     try {
-        const std::optional<ConnectionState> state = platform().machine().connection();
+        const std::optional<ConnectionState> state = CurrentPlatform().machine().connection();
         // Without the platform's report, a usable address means a network.
         if (!state) return GetIP().empty() ? String() : String(u"LAN");
         if (state->flags & 0x20) return u"OFFLINE";
@@ -134,7 +134,7 @@ String Cl_KIV::Ext2Pgm(const String& Estensione) {
         const std::size_t dot = e.rfind(u'.');
         if (dot != String::npos) e.erase(0, dot + 1);
         if (e.empty() || e.find_first_of(u"\\/ ") != String::npos) return String();
-        return platform().machine().programFor(u"." + e);
+        return CurrentPlatform().machine().programFor(u"." + e);
     } catch (const std::exception&) {
         return String();
     }
@@ -146,7 +146,7 @@ Boolean Cl_KIV::ApriSito(const String& Url) {
         if (u.empty()) return false;
         const std::optional<String> address = CheckedAddress(u);
         if (!address) return false;
-        return platform().host().openDocument(PercentEncoded(*address));
+        return CurrentPlatform().host().openDocument(PercentEncoded(*address));
     } catch (const std::exception&) {
         return false;
     }
@@ -155,7 +155,7 @@ Boolean Cl_KIV::ApriSito(const String& Url) {
 String Cl_KIV::SaveIP2Str() {
     try {
         String out;
-        for (const String& address : platform().machine().localAddresses()) out += (out.empty() ? u"" : kCrLf) + address;
+        for (const String& address : CurrentPlatform().machine().localAddresses()) out += (out.empty() ? u"" : kCrLf) + address;
         return out;
     } catch (const std::exception&) {
         return String();
@@ -169,7 +169,7 @@ String Cl_KIV::GetIP() {
 
 Boolean Cl_KIV::SaveIP(const String& T_File, Boolean B_Appe) {
     if (T_File.empty()) return false;
-    FileTable& table = platform().fileTable();
+    FileTable& table = CurrentPlatform().fileTable();
     Integer number = 0;
     try {
         const String addresses = SaveIP2Str();

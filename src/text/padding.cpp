@@ -15,12 +15,12 @@ String Pad(Integer n, const String& filler) { return filler.empty() ? Space(n) :
 }  // namespace
 
 void Cl_KIV::AllineaDxSpazi(Ref<String> Record, const String& fill) {
-    const Integer k = checkedInteger(Len16(*Record) - Len16(fill));  // the old content serves only as width
+    const Integer k = CheckedInteger(Len16(*Record) - Len16(fill));  // the old content serves only as width
     *Record = k > 0 ? Space(k) + fill : fill;
 }
 
 String Cl_KIV::AllineaDxZeri(Integer LenCod, const String& fill) {
-    const Integer k = checkedInteger(LenCod - Len16(fill));
+    const Integer k = CheckedInteger(LenCod - Len16(fill));
     return k > 0 ? StringOf(k, u'0') + fill : fill;
 }
 
@@ -35,9 +35,9 @@ String Cl_KIV::PoniASin(const String& S, Integer N) { return Left(Trim(S) + Spac
 String Cl_KIV::Allunga(const String& S, Integer B, const String& C) {
     const Integer L = Len16(S);
     if (B <= L) return S;
-    const Integer missing = checkedInteger(B - L);
+    const Integer missing = CheckedInteger(B - L);
     if (C == u" ") return S + Space(missing);
-    if (C.empty()) raise(kInvalidCall);  // no character to repeat
+    if (C.empty()) Raise(kInvalidCall);  // no character to repeat
     return S + StringOf(missing, C[0]);
 }
 
@@ -66,7 +66,7 @@ String Cl_KIV::MettiInCentro(Ref<Variant> S, Integer N, const String& Filler, Bo
     const Integer p = RoundToInteger((N - L) / 2.0);
     const String P = Pad(p, Filler);
     String R = Left(P + T + P, N);
-    if (Len16(R) < N) R = Space(checkedInteger(N - Len16(R))) + R;  // always blanks, even with a filler
+    if (Len16(R) < N) R = Space(CheckedInteger(N - Len16(R))) + R;  // always blanks, even with a filler
     return R;
 }
 

@@ -18,7 +18,7 @@ namespace {
 // ASCII folds inline; everything else goes to the shared case folding. The
 // codice fiscale and partita IVA checks push millions of characters a second
 // through SostChar, nearly all of them ASCII.
-inline char16_t fold(char16_t c) {
+inline char16_t Fold(char16_t c) {
     if (c < 0x80) return AsciiLower(c);
     return FoldCase(c);
 }
@@ -38,14 +38,14 @@ String Cl_KIV::SostChar(const String& S, const String& C1, const String& C2) {
         set = large.data();
     }
     const std::size_t setLen = C1.size();
-    for (std::size_t i = 0; i < setLen; ++i) set[i] = fold(C1[i]);
+    for (std::size_t i = 0; i < setLen; ++i) set[i] = Fold(C1[i]);
     // Places of the ASCII characters of the folded set (first occurrence
     // wins), so that the usual ASCII text needs no search.
     std::array<std::uint16_t, 128> asciiPlace{};
     for (std::size_t i = setLen; i-- > 0;)
         if (set[i] < 128) asciiPlace[set[i]] = static_cast<std::uint16_t>(std::min<std::size_t>(i + 1, 0xFFFF));
     const auto placeOf = [&](char16_t ch) -> std::size_t {
-        const char16_t f = fold(ch);
+        const char16_t f = Fold(ch);
         if (f < 128 && setLen < 0xFFFF) return asciiPlace[f] == 0 ? setLen : asciiPlace[f] - 1u;
         return static_cast<std::size_t>(std::find(set, set + setLen, f) - set);
     };

@@ -23,13 +23,13 @@ Long Cl_KIV::ParseWord(const Variant& S0, Ref<VariantArray> Wd, Ref<VariantArray
     Long start = 1;
     Long p = InStr(start, T, u" ");
     while (p > 0) {
-        n = checkedLong(static_cast<std::int64_t>(n) + 1);
+        n = CheckedLong(static_cast<std::int64_t>(n) + 1);
         Wd->at({n}) = Mid(T, start, p - start);
         Pos->at({n}) = start;
         start = p + 1;
         p = InStr(start, T, u" ");
     }
-    n = checkedLong(static_cast<std::int64_t>(n) + 1);
+    n = CheckedLong(static_cast<std::int64_t>(n) + 1);
     Wd->at({n}) = Mid(T, start);
     Pos->at({n}) = start;
     return n;
@@ -68,7 +68,7 @@ String Cl_KIV::AddSpace(const Variant& S0, const Variant& Spac) {
     Long k = 2;
     Long s = 0;
     for (Long i = 1; i <= times; ++i) {
-        const Long M = checkedLong(static_cast<std::int64_t>(ToLong(Pos.at({k}))) + s + k - 2);
+        const Long M = CheckedLong(static_cast<std::int64_t>(ToLong(Pos.at({k}))) + s + k - 2);
         // The first character j whose position (its weight summed from 1) reaches M.
         std::size_t j = 0;
         std::int64_t below = 0;
@@ -114,7 +114,7 @@ String Cl_KIV::Giustif(const Variant& S0, const Variant& Wide0, Boolean AlsoStop
         return MettiASin(last, W, u"");
     }
 
-    const Integer gap = checkedInteger(W - L);
+    const Integer gap = CheckedInteger(W - L);
     const Integer half = static_cast<Integer>(L / 2);
     const String A = Left(T, half);
     const String B = Mid(T, half + 1);
@@ -129,7 +129,7 @@ String Cl_KIV::Giustif(const Variant& S0, const Variant& Wide0, Boolean AlsoStop
 void Cl_KIV::SplitRows(const String& S_Long, Ref<StringArray> S_Rows, Integer R_Long, Integer N_Rows,
                        Boolean ConserveWord) {
     Long w = R_Long;
-    if (R_Long < 0) w = checkedInteger(-static_cast<std::int64_t>(R_Long));  // -32768 overflows
+    if (R_Long < 0) w = CheckedInteger(-static_cast<std::int64_t>(R_Long));  // -32768 overflows
 
     if (S_Long.empty()) return;
     for (Long k = 1; k <= N_Rows; ++k) S_Rows->set({k}, Variant(String()));

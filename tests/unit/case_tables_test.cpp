@@ -16,7 +16,7 @@ namespace {
 const std::string kUnicodeDir = "/usr/share/unicode/";
 
 // The ';'-separated fields of each data line, comments dropped.
-std::vector<std::vector<std::string>> readFields(const std::string& path) {
+std::vector<std::vector<std::string>> ReadFields(const std::string& path) {
     std::vector<std::vector<std::string>> lines;
     std::ifstream in(path);
     std::string line;
@@ -36,7 +36,7 @@ std::vector<std::vector<std::string>> readFields(const std::string& path) {
     return lines;
 }
 
-unsigned long hex(const std::string& s) { return std::stoul(s, nullptr, 16); }
+unsigned long Hex(const std::string& s) { return std::stoul(s, nullptr, 16); }
 
 // Every code unit against the data files the table is generated from, read
 // here independently of the generator.
@@ -46,15 +46,15 @@ TEST(CaseTables, EveryCodeUnitMatchesUnicodeData) {
         GTEST_SKIP() << "Unicode data files not installed (package unicode-data)";
     std::vector<unsigned long> fold(0x10000), upper(0x10000), lower(0x10000);
     for (unsigned long c = 0; c < 0x10000; ++c) fold[c] = upper[c] = lower[c] = c;
-    for (const auto& f : readFields(kUnicodeDir + "CaseFolding.txt")) {
-        const unsigned long c = hex(f.at(0));
-        if (c < 0x10000 && (f.at(1) == "C" || f.at(1) == "S")) fold[c] = hex(f.at(2));
+    for (const auto& f : ReadFields(kUnicodeDir + "CaseFolding.txt")) {
+        const unsigned long c = Hex(f.at(0));
+        if (c < 0x10000 && (f.at(1) == "C" || f.at(1) == "S")) fold[c] = Hex(f.at(2));
     }
-    for (const auto& f : readFields(kUnicodeDir + "UnicodeData.txt")) {
-        const unsigned long c = hex(f.at(0));
+    for (const auto& f : ReadFields(kUnicodeDir + "UnicodeData.txt")) {
+        const unsigned long c = Hex(f.at(0));
         if (c >= 0x10000) continue;
-        if (!f.at(12).empty()) upper[c] = hex(f.at(12));
-        if (!f.at(13).empty()) lower[c] = hex(f.at(13));
+        if (!f.at(12).empty()) upper[c] = Hex(f.at(12));
+        if (!f.at(13).empty()) lower[c] = Hex(f.at(13));
     }
     int mismatches = 0;
     for (unsigned long c = 0; c < 0x10000; ++c) {

@@ -55,7 +55,7 @@ TEST(Component, RegistryWrappersKeepTheLastResult) {
     const std::filesystem::path folder = mkdtemp(pattern.data());
     PlatformSettings s = PlatformSettings::fromEnvironment();
     s.registryFolder = folder.string();
-    installPlatform(makeSystemPlatform(s));
+    InstallPlatform(MakeSystemPlatform(s));
     Cl_KIV k;
     const Long hklm = static_cast<Long>(0x80000002u);
     Long h = 0;
@@ -76,7 +76,7 @@ TEST(Component, RegistryWrappersKeepTheLastResult) {
     ClKivPrivate::ReadRegistryValue(k, hklm, u"software\\x", u"W", value, ok);
     EXPECT_FALSE(ok);
     EXPECT_EQ(value, u"");
-    installPlatform(makeSystemPlatform(PlatformSettings::fromEnvironment()));
+    InstallPlatform(MakeSystemPlatform(PlatformSettings::fromEnvironment()));
     std::filesystem::remove_all(folder);
 }
 

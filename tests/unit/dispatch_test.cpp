@@ -261,7 +261,7 @@ TEST_F(Dispatch, BindingErrorsNameTheArgumentsPosition) {
         call().value(u"ab").value(u"x").run("PoniADes");
     } catch (const RuntimeError& e) {
         EXPECT_EQ(e.number(), kTypeMismatch);
-        EXPECT_EQ(e.description(), describeError(kTypeMismatch));
+        EXPECT_EQ(e.description(), DescribeError(kTypeMismatch));
     }
     // Errors of the operation itself and of the call's shape name no argument.
     EXPECT_EQ(ArgumentOf([&] { call().value(u"5").value(Integer{-1}).run("MettiADes"); }), -1);

@@ -20,7 +20,7 @@ namespace {
 namespace fs = std::filesystem;
 using testing::ErrorOf;
 
-std::string slurp(const fs::path& p) {
+std::string Slurp(const fs::path& p) {
     std::ifstream in(p, std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(in), {});
 }
@@ -35,7 +35,7 @@ protected:
         std::ofstream(c_ / "Data" / "X.INI") << "x";
         settings_.drives['C'] = c_.string();
         settings_.drives['D'] = (base_ / "d").string();
-        files_ = makePosixFileSystem(settings_);
+        files_ = MakePosixFileSystem(settings_);
     }
     void TearDown() override { fs::remove_all(base_); }
     fs::path map(const String& p) { return files_->nativePath(p); }
@@ -114,12 +114,12 @@ TEST(DefaultDrive, MadeWithItsWindowsFolderOnlyWhenItIsOurs) {
     setenv("XDG_DATA_HOME", xdg.c_str(), 1);
     PlatformSettings ours;
     ours.drives['C'] = PlatformSettings::defaultDriveC();
-    makePosixFileSystem(ours)->nativePath(u"C:\\x.ini");
+    MakePosixFileSystem(ours)->nativePath(u"C:\\x.ini");
     EXPECT_TRUE(fs::is_directory(xdg / "kiv" / "drive-c" / "Windows"));
     EXPECT_TRUE(fs::is_empty(xdg / "kiv" / "drive-c" / "Windows"));
     PlatformSettings given;
     given.drives['C'] = (xdg / "given").string();
-    makePosixFileSystem(given)->nativePath(u"C:\\x.ini");
+    MakePosixFileSystem(given)->nativePath(u"C:\\x.ini");
     EXPECT_FALSE(fs::exists(xdg / "given"));
     if (old) setenv("XDG_DATA_HOME", saved.c_str(), 1);
     else unsetenv("XDG_DATA_HOME");
@@ -158,7 +158,7 @@ TEST_F(Mapping, FailedWritesLeaveTheOldContent) {
     signal(SIGXFSZ, SIG_DFL);
     EXPECT_EQ(replaced, kDiskFull);
     EXPECT_EQ(appended, kDiskFull);
-    EXPECT_EQ(slurp(c_ / "keep.txt"), "old content");
+    EXPECT_EQ(Slurp(c_ / "keep.txt"), "old content");
     int entries = 0;
     for (auto& e : fs::directory_iterator(c_)) entries += e.path().filename() != "Data";
     EXPECT_EQ(entries, 1);  // no temporary file left behind
@@ -172,7 +172,7 @@ protected:
     void SetUp() override {
         Mapping::SetUp();
         platform_ = std::make_shared<PosixPlatform>(settings_);
-        installPlatform(platform_);
+        InstallPlatform(platform_);
     }
     void TearDown() override {
         testing::RestoreHost();
@@ -202,15 +202,15 @@ TEST_F(Table, PrintedTextReachesTheFileWholeAtClose) {
     table().print(1, u"uno");
     table().print(1, u"d\u00E8", false);
     EXPECT_EQ(table().length(1), 7);
-    EXPECT_EQ(slurp(c_ / "out.txt"), "");  // made at the open, filled at the close
+    EXPECT_EQ(Slurp(c_ / "out.txt"), "");  // made at the open, filled at the close
     EXPECT_EQ(ErrorOf([&] { table().open(u"c:\\OUT.txt", FileMode::Input, 2); }), kFileAlreadyOpen);
     table().close(1);
-    EXPECT_EQ(slurp(c_ / "out.txt"), "uno\r\nd\xE8");
+    EXPECT_EQ(Slurp(c_ / "out.txt"), "uno\r\nd\xE8");
     table().open(u"C:\\out.txt", FileMode::Append, 1);
     table().print(1, u"");
     EXPECT_EQ(table().length(1), 9);
     table().close(1);
-    EXPECT_EQ(slurp(c_ / "out.txt"), "uno\r\nd\xE8\r\n");
+    EXPECT_EQ(Slurp(c_ / "out.txt"), "uno\r\nd\xE8\r\n");
 }
 
 TEST_F(Table, LinesEndAtCrLfOrBoth) {
@@ -260,11 +260,11 @@ TEST_F(Table, LogNameComesFromTheHostsName) {
         Host& host() override { return *h_; }
         std::shared_ptr<Host> h_;
     };
-    installPlatform(std::make_shared<WithHost>(settings_, named));
+    InstallPlatform(std::make_shared<WithHost>(settings_, named));
     Cl_KIV kiv;
     kiv.Dbg_Log(Variant(u"\u00A7Start"));
     // An hour of one digit: the date text is 18 characters, padded to 20.
-    EXPECT_EQ(slurp(c_ / "my_app_v2_Dbg.LOG"), "** 15/11/2026 8.48.03  : Start\r\n");
+    EXPECT_EQ(Slurp(c_ / "my_app_v2_Dbg.LOG"), "** 15/11/2026 8.48.03  : Start\r\n");
 }
 
 }  // namespace
@@ -287,7 +287,7 @@ TEST_F(Table, ExplorerOpensTheMappedFolderWithoutAShell) {
     const char* old = getenv("PATH");
     const std::string saved = old ? old : "";
     setenv("PATH", (bin.string() + ":/usr/bin:/bin").c_str(), 1);
-    std::unique_ptr<Host> host = makePosixHost(settings_);
+    std::unique_ptr<Host> host = MakePosixHost(settings_);
     const bool started = host->startProgram(u"EXPLORER /e, /root,  c:\\data\\a b'; $x");
     const bool other = host->startProgram(u"NOTEPAD.EXE C:\\x.txt");
     for (int i = 0; i < 200 && !fs::exists(bin / "seen"); ++i) usleep(10000);
@@ -297,7 +297,7 @@ TEST_F(Table, ExplorerOpensTheMappedFolderWithoutAShell) {
     EXPECT_TRUE(started);
     EXPECT_FALSE(other);
     EXPECT_FALSE(withoutOpener);
-    EXPECT_EQ(slurp(bin / "seen"), "1|" + (c_ / "Data" / "a b'; $x").string());
+    EXPECT_EQ(Slurp(bin / "seen"), "1|" + (c_ / "Data" / "a b'; $x").string());
 }
 
 }  // namespace

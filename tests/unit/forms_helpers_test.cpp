@@ -72,7 +72,7 @@ public:
             return Variant();
         }
         auto it = props.find(name);
-        if (it == props.end()) raise(kNotSupported);
+        if (it == props.end()) Raise(kNotSupported);
         return it->second;
     }
     std::map<std::string, Variant> props;
@@ -90,7 +90,7 @@ protected:
         PlatformSettings settings;
         settings.drives['C'] = drive.string();
         platform_ = std::make_shared<ScreenPlatform>(settings);
-        installPlatform(platform_);
+        InstallPlatform(platform_);
         // 1920 x 1080 pixels: 28800 x 16200 twips.
         windows().screen = WindowSystem::Rect{0, 0, 1920, 1080};
         form = std::make_shared<Form>();
@@ -99,7 +99,7 @@ protected:
                        {"Width", Variant(Long{6000})}, {"Height", Variant(Long{4500})}};
     }
     void TearDown() override {
-        installPlatform(makeSystemPlatform(PlatformSettings::fromEnvironment()));
+        InstallPlatform(MakeSystemPlatform(PlatformSettings::fromEnvironment()));
         std::error_code ec;
         fs::remove_all(drive, ec);
     }
@@ -181,8 +181,8 @@ public:
         else if (member == "ListCount") return Variant(static_cast<Integer>(items.size()));
         else if (member == "ItemData")
             items.at(static_cast<std::size_t>(ToLong(*args.positional[0]))).second = ToLong(*args.positional[1]);
-        else if (member == "NewIndex" && newIndexError != 0) raise(newIndexError);
-        else raise(kNotSupported);
+        else if (member == "NewIndex" && newIndexError != 0) Raise(newIndexError);
+        else Raise(kNotSupported);
         return Variant();
     }
     std::vector<std::pair<String, Long>> items;
@@ -199,7 +199,7 @@ TEST(FormsLists, WithoutNewIndexTheDataGoesToTheLastItem) {
 }
 
 TEST(FormsPosixSeam, NoScreenNoClientAreaEightPixelsPerCharacter) {
-    auto system = makePosixWindowSystem(PlatformSettings{});
+    auto system = MakePosixWindowSystem(PlatformSettings{});
     EXPECT_EQ(system->textWidth(1, u"Milano"), 48);
     EXPECT_FALSE(system->virtualScreen());
     EXPECT_FALSE(system->clientRect(1));

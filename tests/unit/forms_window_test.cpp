@@ -61,14 +61,14 @@ class Form final : public Dispatchable {
 public:
     std::string typeName() const override { return "Form"; }
     Variant invoke(std::string_view member, InvokeKind kind, Arguments&) override {
-        if (kind != InvokeKind::PropertyGet) raise(kNotSupported);
+        if (kind != InvokeKind::PropertyGet) Raise(kNotSupported);
         asked.emplace_back(member);
         if (member == "hWnd") return Variant(Long{77});
         if (member == "Left") return Variant(Double{1206});  // 100.5 pixels
         if (member == "Top") return Variant(Integer{27});      // 1.5 pixels
         if (member == "Width") return Variant(Long{6000});
         if (member == "Height" && hasHeight) return Variant(Long{4500});
-        raise(kNotSupported);
+        Raise(kNotSupported);
     }
     bool hasHeight = true;
     std::vector<std::string> asked;
@@ -78,7 +78,7 @@ class FormsWindow : public ::testing::Test {
 protected:
     void SetUp() override {
         platform_ = std::make_shared<WithWindows>();
-        installPlatform(platform_);
+        InstallPlatform(platform_);
     }
     void TearDown() override { testing::RestoreHost(); }
     std::vector<std::string>& calls() { return platform_->windows_.calls; }
@@ -112,7 +112,7 @@ TEST_F(FormsWindow, OnlyAPositiveHandleIsConfirmed) {
 
 // Without a window system the helpers do nothing and find nothing.
 TEST(FormsPosix, NoWindowSystem) {
-    auto system = makePosixWindowSystem(PlatformSettings{});
+    auto system = MakePosixWindowSystem(PlatformSettings{});
     EXPECT_EQ(system->twipsPerPixelX(), 15.0);
     EXPECT_EQ(system->twipsPerPixelY(), 15.0);
     EXPECT_EQ(system->findWindow(u"#32770", u""), 0);

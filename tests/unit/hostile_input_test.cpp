@@ -89,7 +89,7 @@ String PutPipeStrSteps(const String& Row, Integer Pos, const String& NewStr, con
         if (p > 0) i = p + 1;
     }
     const Long p = InStr(i, Row, Sep);
-    if (p - i < 0) raise(kInvalidCall);
+    if (p - i < 0) Raise(kInvalidCall);
     String result = Row;
     const std::size_t n = std::min(static_cast<std::size_t>(p - i), NewStr.size());
     result.replace(static_cast<std::size_t>(i - 1), n, NewStr, 0, n);
@@ -100,8 +100,8 @@ String PutPipeStrSteps(const String& Row, Integer Pos, const String& NewStr, con
 // separator's first character, one search per step.
 String GetPipeStrSteps(const String& row, Integer pos, const String& sep) {
     if (pos <= 0) return String();
-    if (sep.empty()) raise(kInvalidCall);
-    if (pos == 32767) raise(kOverflow);
+    if (sep.empty()) Raise(kInvalidCall);
+    if (pos == 32767) Raise(kOverflow);
     const String w = row + String(static_cast<std::size_t>(pos), sep[0]);
     String field;
     std::size_t cursor = 0;
@@ -129,13 +129,13 @@ String Terminated(const String& s, const String& sep) { return Right(s, 1) != se
 // operations were written before the walk.
 Long PipeCountSteps(Cl_KIV& kiv, const String& s, const String& sep) {
     const String t = Terminated(s, sep) + Sentinel(sep) + sep;
-    for (Integer k = 1;; k = checkedInteger(k + 1))
+    for (Integer k = 1;; k = CheckedInteger(k + 1))
         if (kiv.GetPipeStr(t, k, sep, false) == Sentinel(sep)) return k - 1;
 }
 
 Long PipeQualeSteps(Cl_KIV& kiv, const String& s, const String& find, const String& sep, bool trim) {
     const String t = Terminated(s, sep) + Sentinel(sep);
-    for (Integer k = 1;; k = checkedInteger(k + 1)) {
+    for (Integer k = 1;; k = CheckedInteger(k + 1)) {
         const String field = kiv.GetPipeStr(t, k, sep, trim);
         if (field == find) return k;
         if (field == Sentinel(sep)) return 0;

@@ -47,7 +47,7 @@ public:
     explicit CheckBox(Variant value, bool hasValue = true) : value_(std::move(value)), hasValue_(hasValue) {}
     std::string typeName() const override { return "CheckBox"; }
     Variant invoke(std::string_view member, InvokeKind kind, Arguments&) override {
-        if (!hasValue_ || member != "Value" || kind != InvokeKind::PropertyGet) raise(kNotSupported);
+        if (!hasValue_ || member != "Value" || kind != InvokeKind::PropertyGet) Raise(kNotSupported);
         return value_;
     }
 
@@ -69,10 +69,10 @@ protected:
         fs::create_directories(drive / "Windows");
         PlatformSettings settings;
         settings.drives['C'] = drive.string();
-        installPlatform(makeSystemPlatform(settings));
+        InstallPlatform(MakeSystemPlatform(settings));
     }
     void TearDown() override {
-        installPlatform(makeSystemPlatform(PlatformSettings::fromEnvironment()));
+        InstallPlatform(MakeSystemPlatform(PlatformSettings::fromEnvironment()));
         std::error_code ec;
         fs::permissions(drive / "ro.ini", fs::perms::owner_all, ec);
         fs::remove_all(drive, ec);

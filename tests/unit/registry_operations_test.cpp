@@ -24,14 +24,14 @@ protected:
         s.registryFolder = folder.string();
         s.drives['C'] = (folder / "c").string();
         s.pins = std::move(pins);
-        installPlatform(std::make_shared<PosixPlatform>(s));
+        InstallPlatform(std::make_shared<PosixPlatform>(s));
     }
     void SetUp() override {
         std::string pattern = (fs::temp_directory_path() / "kivops-XXXXXX").string();
         folder = mkdtemp(pattern.data());
     }
     void TearDown() override {
-        installPlatform(makeSystemPlatform(PlatformSettings::fromEnvironment()));
+        InstallPlatform(MakeSystemPlatform(PlatformSettings::fromEnvironment()));
         fs::remove_all(folder);
     }
     fs::path folder;

@@ -68,10 +68,10 @@ private:
 inline PinnedHost& PinClock(std::shared_ptr<PinnedHost>& keep, int y, int m, int d, int hh = 0, int nn = 0,
                             int ss = 0) {
     keep = std::make_shared<PinnedHost>(Date{DateFromParts(y, m, d).serial + TimeFromParts(hh, nn, ss).serial});
-    installPlatform(std::make_shared<PinnedPlatform>(keep));
+    InstallPlatform(std::make_shared<PinnedPlatform>(keep));
     return *keep;
 }
 
-inline void RestoreHost() { installPlatform(makeSystemPlatform(PlatformSettings::fromEnvironment())); }
+inline void RestoreHost() { InstallPlatform(MakeSystemPlatform(PlatformSettings::fromEnvironment())); }
 
 }  // namespace kiv::testing

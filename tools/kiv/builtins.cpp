@@ -36,13 +36,13 @@ Date DateArg(const Variant& v) {
 
 Long Length(const Variant& v) {
     const Long n = Whole(v);
-    if (n < 0) raise(kInvalidCall);
+    if (n < 0) Raise(kInvalidCall);
     RequireTextLength(static_cast<std::uint64_t>(n));  // the component's own limit
     return n;
 }
 
 char16_t AnsiChar(Long code) {
-    if (code < 0 || code > 255) raise(kInvalidCall);
+    if (code < 0 || code > 255) Raise(kInvalidCall);
     return Cp1252Char(static_cast<unsigned char>(code));
 }
 
@@ -50,7 +50,7 @@ Variant Chr(const Args& a) { return Variant(String(1, AnsiChar(Whole(a[0])))); }
 
 Variant ChrW(const Args& a) {
     const Long code = Whole(a[0]);
-    if (code < -32768 || code > 65535) raise(kInvalidCall);
+    if (code < -32768 || code > 65535) Raise(kInvalidCall);
     return Variant(String(1, static_cast<char16_t>(code < 0 ? code + 65536 : code)));
 }
 
@@ -61,7 +61,7 @@ Variant StringOfChar(const Args& a) {
     if (a[1].isNull()) return Variant::null();
     char16_t c;
     if (const String* s = a[1].as<String>()) {
-        if (s->empty()) raise(kInvalidCall);
+        if (s->empty()) Raise(kInvalidCall);
         c = (*s)[0];
     } else {
         c = AnsiChar(((Whole(a[1]) % 256) + 256) % 256);
@@ -76,7 +76,7 @@ Variant Len(const Args& a) {
 
 Variant CreateObject(const Args& a) {
     const ClassInfo* c = FindCreatable(ToUtf8(Text(a[0])));
-    if (c == nullptr) raise(kCannotCreateObject);
+    if (c == nullptr) Raise(kCannotCreateObject);
     return Variant(c->create());
 }
 
@@ -84,8 +84,8 @@ Variant HostObjectOf(const Args& a) { return Variant(MakeHostObject(Text(a[0])))
 
 // Only the driver's window system can make windows.
 Variant HostWindow(const Args& a) {
-    auto* windows = dynamic_cast<DriverWindowSystem*>(&platform().windows());
-    if (windows == nullptr) raise(kCannotCreateObject);
+    auto* windows = dynamic_cast<DriverWindowSystem*>(&CurrentPlatform().windows());
+    if (windows == nullptr) Raise(kCannotCreateObject);
     return Variant(windows->makeWindow(Text(a[0]), Text(a[1])));
 }
 
@@ -138,18 +138,18 @@ const std::vector<Builtin> kBuiltins = {
      [](const Args&) { return Variant(TodayDate()); }},
     // The host's files (the table the component shares).
     {"FreeFile", 0, 0, "FreeFile()", "The lowest free file number (Integer).",
-     [](const Args&) { return Variant(platform().fileTable().freeNumber()); }},
+     [](const Args&) { return Variant(CurrentPlatform().fileTable().freeNumber()); }},
     {"EOF", 1, 1, "EOF(n)", "Whether file n is at its end.",
-     [](const Args& a) { return Variant(platform().fileTable().atEnd(Whole(a[0]))); }},
+     [](const Args& a) { return Variant(CurrentPlatform().fileTable().atEnd(Whole(a[0]))); }},
     {"LOF", 1, 1, "LOF(n)", "The length of open file n in bytes.",
-     [](const Args& a) { return Variant(platform().fileTable().length(Whole(a[0]))); }},
+     [](const Args& a) { return Variant(CurrentPlatform().fileTable().length(Whole(a[0]))); }},
     {"FileLen", 1, 1, "FileLen(path)", "The length of a file in bytes.",
-     [](const Args& a) { return Variant(platform().files().fileLength(Text(a[0]))); }},
+     [](const Args& a) { return Variant(CurrentPlatform().files().fileLength(Text(a[0]))); }},
     {"Dir", 1, 1, "Dir(pattern)", "The name of the first normal file matching a pattern with * and ?, or \"\".",
-     [](const Args& a) { return Variant(platform().files().firstMatch(Text(a[0]), false)); }},
+     [](const Args& a) { return Variant(CurrentPlatform().files().firstMatch(Text(a[0]), false)); }},
     {"ReadText", 1, 1, "ReadText(path)", "The whole file as text, one character per byte in the files' code page.",
      [](const Args& a) {
-         FileSystem& files = platform().files();
+         FileSystem& files = CurrentPlatform().files();
          return Variant(files.decodeText(files.readFile(Text(a[0]))));
      }},
 };

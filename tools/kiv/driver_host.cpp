@@ -23,7 +23,7 @@ void Output::line(const std::string& text) {
 }
 
 DriverHost::DriverHost(Output& out, const PlatformSettings& settings)
-    : out_(out), system_(makePosixHost(settings)) {}
+    : out_(out), system_(MakePosixHost(settings)) {}
 
 int DriverHost::messageBox(MsgIcon icon, const String& title, const String& text) {
     const char* name = "None";

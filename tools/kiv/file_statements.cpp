@@ -29,8 +29,8 @@ FileMode ModeOf(const std::string& name) {
 }  // namespace
 
 void Interpreter::fileStatement(const Statement& s) {
-    FileTable& table = platform().fileTable();
-    FileSystem& files = platform().files();
+    FileTable& table = CurrentPlatform().fileTable();
+    FileSystem& files = CurrentPlatform().files();
     switch (s.kind) {
         case Statement::Kind::FileOpen: {
             const String path = Text(evaluate(*s.operands[0]));

@@ -17,13 +17,13 @@ constexpr int kInvalidPropertyValue = 380;
 constexpr int kInvalidPropertyIndex = 381;
 
 void NoNamedArguments(const Arguments& args) {
-    if (!args.named.empty() || !args.namedById.empty()) raise(kNamedArgumentNotFound);
+    if (!args.named.empty() || !args.namedById.empty()) Raise(kNamedArgumentNotFound);
 }
 
 void Arity(const Arguments& args, std::size_t count) {
-    if (args.positional.size() != count) raise(kWrongArgumentCount);
+    if (args.positional.size() != count) Raise(kWrongArgumentCount);
     for (const Variant* a : args.positional)
-        if (a->isMissing()) raise(kArgumentNotOptional);
+        if (a->isMissing()) Raise(kArgumentNotOptional);
 }
 
 bool Reads(InvokeKind kind) { return kind == InvokeKind::Method || kind == InvokeKind::PropertyGet; }
@@ -41,12 +41,12 @@ Variant HostObject::invoke(std::string_view member, InvokeKind kind, Arguments& 
     NoNamedArguments(args);
     if (Reads(kind)) {
         const Variant* v = property(member);
-        if (v == nullptr) raise(kNotSupported);
+        if (v == nullptr) Raise(kNotSupported);
         Arity(args, 0);
         return *v;
     }
     Arity(args, 1);
-    if (kind == InvokeKind::PropertyPutRef && !args.positional[0]->isObject()) raise(kObjectRequired);
+    if (kind == InvokeKind::PropertyPutRef && !args.positional[0]->isObject()) Raise(kObjectRequired);
     setProperty(member, *args.positional[0]);
     return Variant();
 }
@@ -88,16 +88,16 @@ Variant HostListControl::invoke(std::string_view member, InvokeKind kind, Argume
     const std::string name = Lower(member);
     auto& p = args.positional;
     auto readOnly = [&] {
-        if (!Reads(kind)) raise(kWrongArgumentCount);
+        if (!Reads(kind)) Raise(kWrongArgumentCount);
     };
     if (name == "additem") {
         readOnly();
-        if (p.empty() || p.size() > 2) raise(kWrongArgumentCount);
-        if (p[0]->isMissing()) raise(kArgumentNotOptional);
+        if (p.empty() || p.size() > 2) Raise(kWrongArgumentCount);
+        if (p[0]->isMissing()) Raise(kArgumentNotOptional);
         const String text = ToText(*p[0]);
         const Long index = p.size() > 1 && !p[1]->isMissing() ? ToLong(*p[1]) : static_cast<Long>(items_.size());
-        if (index < 0 || static_cast<std::size_t>(index) > items_.size()) raise(kInvalidCall);
-        if (items_.size() >= static_cast<std::size_t>(std::numeric_limits<Integer>::max())) raise(kOutOfMemory);
+        if (index < 0 || static_cast<std::size_t>(index) > items_.size()) Raise(kInvalidCall);
+        if (items_.size() >= static_cast<std::size_t>(std::numeric_limits<Integer>::max())) Raise(kOutOfMemory);
         items_.insert(items_.begin() + index, Item{text, 0});
         newIndex_ = static_cast<Integer>(index);
         if (listIndex_ >= index) ++listIndex_;  // the selected item stays selected
@@ -107,7 +107,7 @@ Variant HostListControl::invoke(std::string_view member, InvokeKind kind, Argume
         readOnly();
         Arity(args, 1);
         const Long index = ToLong(*p[0]);
-        if (index < 0 || static_cast<std::size_t>(index) >= items_.size()) raise(kInvalidCall);
+        if (index < 0 || static_cast<std::size_t>(index) >= items_.size()) Raise(kInvalidCall);
         items_.erase(items_.begin() + index);
         if (listIndex_ == index) select(-1);
         else if (listIndex_ > index) --listIndex_;
@@ -165,7 +165,7 @@ Variant HostListControl::invoke(std::string_view member, InvokeKind kind, Argume
 
 Object MakeHostObject(const String& typeName) {
     const std::string type = ToUtf8(typeName);
-    if (type.empty()) raise(kInvalidCall);
+    if (type.empty()) Raise(kInvalidCall);
     const std::string lower = Lower(type);
     if (lower == "listbox" || lower == "combobox") return std::make_shared<HostListControl>(type);
     return std::make_shared<HostObject>(type);

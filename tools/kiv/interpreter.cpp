@@ -41,16 +41,16 @@ bool Interpreter::execute(const Statement& statement) {
         description = e.description();
     } catch (const std::bad_alloc&) {
         number = 7;
-        description = describeError(kOutOfMemory);
+        description = DescribeError(kOutOfMemory);
     } catch (const std::length_error&) {
         number = 7;
-        description = describeError(kOutOfMemory);
+        description = DescribeError(kOutOfMemory);
     } catch (const std::exception& e) {
         number = 5;
-        description = describeError(kInvalidCall) + " (" + e.what() + ")";
+        description = DescribeError(kInvalidCall) + " (" + e.what() + ")";
     } catch (...) {
         number = 5;
-        description = describeError(kInvalidCall);
+        description = DescribeError(kInvalidCall);
     }
     out_.line("Error " + std::to_string(number) + ": " + description);
     if (diagnose) report(number, description);
@@ -106,7 +106,7 @@ Variant Interpreter::evaluate(const Expr& e) {
         case Expr::Kind::Member: {
             const Variant object = evaluate(*e.object);
             const Object* o = object.as<Object>();
-            if (o == nullptr) raise(kObjectRequired);
+            if (o == nullptr) Raise(kObjectRequired);
             return invoke(*o, e.name, e.parens ? InvokeKind::Method : InvokeKind::PropertyGet, e.args);
         }
         case Expr::Kind::Concat: {
@@ -124,7 +124,7 @@ Variant Interpreter::evaluate(const Expr& e) {
         case Expr::Kind::Negate: return Negate(evaluate(*e.object));
         case Expr::Kind::Paren: return evaluate(*e.object);
     }
-    raise(kNotSupported);
+    Raise(kNotSupported);
 }
 
 Variant* Interpreter::variable(const std::string& name) {
@@ -141,7 +141,7 @@ bool Interpreter::isCallable(const std::string& name) const {
 std::vector<Long> Interpreter::indices(const std::vector<Argument>& args) {
     std::vector<Long> index;
     for (const Argument& a : args) {
-        if (a.kind != Argument::Kind::Positional) raise(kSubscriptOutOfRange);
+        if (a.kind != Argument::Kind::Positional) Raise(kSubscriptOutOfRange);
         index.push_back(Whole(evaluate(*a.value)));
     }
     return index;
@@ -152,7 +152,7 @@ Variant Interpreter::call(const std::string& name, const std::vector<Argument>& 
     if (var != nullptr && var->array() != nullptr && parens) {
         const std::vector<Long> index = indices(args);
         var = variable(name);  // the indices may have changed it
-        if (var->array() == nullptr) raise(kTypeMismatch);
+        if (var->array() == nullptr) Raise(kTypeMismatch);
         return var->array()->at(index);
     }
     if (const Builtin* b = FindBuiltin(name)) {
@@ -165,23 +165,23 @@ Variant Interpreter::call(const std::string& name, const std::vector<Argument>& 
         } blame{failing_, b->name};
         std::vector<Variant> values;
         for (const Argument& a : args) {
-            if (a.kind == Argument::Kind::Named) raise(kNamedArgumentNotFound);
+            if (a.kind == Argument::Kind::Named) Raise(kNamedArgumentNotFound);
             values.push_back(a.kind == Argument::Kind::Omitted ? Variant::missing() : evaluate(*a.value));
         }
-        if (values.size() > static_cast<std::size_t>(b->maxArgs)) raise(kWrongArgumentCount);
+        if (values.size() > static_cast<std::size_t>(b->maxArgs)) Raise(kWrongArgumentCount);
         for (int i = 0; i < b->minArgs; ++i)
-            if (static_cast<std::size_t>(i) >= values.size() || values[i].isMissing()) raise(kArgumentNotOptional);
+            if (static_cast<std::size_t>(i) >= values.size() || values[i].isMissing()) Raise(kArgumentNotOptional);
         return b->call(values);
     }
     // An object called with arguments: its default member.
     if (parens && var != nullptr && var->isObject()) return invoke(*var->as<Object>(), "", InvokeKind::Method, args);
-    if (parens && var != nullptr && FindMember(name) == nullptr) raise(kTypeMismatch);  // a plain variable used as array
+    if (parens && var != nullptr && FindMember(name) == nullptr) Raise(kTypeMismatch);  // a plain variable used as array
     return invoke(default_, name, parens ? InvokeKind::Method : InvokeKind::PropertyGet, args);
 }
 
 Variant Interpreter::invoke(const Object& object, const std::string& member, InvokeKind kind,
                             const std::vector<Argument>& args) {
-    if (!object) raise(kObjectNotSet);
+    if (!object) Raise(kObjectNotSet);
     CallFrame frame;
     for (const Argument& a : args) {
         if (a.kind == Argument::Kind::Omitted) {
@@ -226,7 +226,7 @@ Variant* Interpreter::bind(const Expr& e, CallFrame& frame) {
         if (v != nullptr && v->array() != nullptr) {
             std::vector<Long> index = indices(e.args);
             v = variable(e.name);  // the indices may have changed it
-            if (v->array() == nullptr) raise(kTypeMismatch);
+            if (v->array() == nullptr) Raise(kTypeMismatch);
             // The element travels in a temporary and is stored back through the
             // array, so a String array keeps holding Strings.
             frame.temps.push_back(v->array()->at(index));
@@ -247,7 +247,7 @@ void Interpreter::writeBack(CallFrame& frame) {
 }
 
 void Interpreter::assign(const Expr& target, Variant value, bool setRef) {
-    if (setRef && !value.isObject()) raise(kObjectRequired);
+    if (setRef && !value.isObject()) Raise(kObjectRequired);
     if (target.kind == Expr::Kind::Name) {
         const Member* m = FindMember(target.name);
         if (variable(target.name) == nullptr && m != nullptr && m->kind == MemberKind::Property) {
@@ -262,22 +262,22 @@ void Interpreter::assign(const Expr& target, Variant value, bool setRef) {
     }
     if (target.kind == Expr::Kind::Call) {
         Variant* v = variable(target.name);
-        if (v == nullptr) raise(kSubscriptOutOfRange);
-        if (v->array() == nullptr) raise(kTypeMismatch);
+        if (v == nullptr) Raise(kSubscriptOutOfRange);
+        if (v->array() == nullptr) Raise(kTypeMismatch);
         std::vector<Long> index = indices(target.args);
         v = variable(target.name);  // the indices may have redefined it
-        if (v->array() == nullptr) raise(kTypeMismatch);
+        if (v->array() == nullptr) Raise(kTypeMismatch);
         v->array()->set(index, std::move(value));
         return;
     }
     const Variant object = evaluate(*target.object);
     const Object* o = object.as<Object>();
-    if (o == nullptr) raise(kObjectRequired);
-    if (!*o) raise(kObjectNotSet);
+    if (o == nullptr) Raise(kObjectRequired);
+    if (!*o) Raise(kObjectNotSet);
     CallFrame frame;
     // The indices of an indexed property come first, the value last.
     for (const Argument& a : target.args) {
-        if (a.kind != Argument::Kind::Positional) raise(kNamedArgumentNotFound);
+        if (a.kind != Argument::Kind::Positional) Raise(kNamedArgumentNotFound);
         frame.temps.push_back(evaluate(*a.value));
         frame.args.positional.push_back(&frame.temps.back());
     }
@@ -296,9 +296,9 @@ void Interpreter::dim(const Statement& s) {
     for (const DimBound& b : s.bounds) {
         const std::int64_t lower = b.lower ? Whole(evaluate(*b.lower)) : 0;
         const std::int64_t count = Whole(evaluate(*b.upper)) - lower + 1;
-        if (count < 0) raise(kSubscriptOutOfRange);
+        if (count < 0) Raise(kSubscriptOutOfRange);
         total *= count;
-        if (total > kMaxElements) raise(kOutOfMemory);
+        if (total > kMaxElements) Raise(kOutOfMemory);
         dims.push_back({static_cast<Long>(lower), static_cast<Long>(count)});
     }
     define(s.name) = Variant(Array(s.ofStrings ? VarType::String : VarType::Variant, std::move(dims)));

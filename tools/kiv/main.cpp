@@ -458,7 +458,7 @@ int main(int argc, char** argv) {
     Output out;
     auto driver = std::make_shared<DriverPlatform>(out, std::move(cl.settings));
     if (cl.now) driver->host().pinClock(*cl.now);
-    installPlatform(driver);
+    InstallPlatform(driver);
 
     const std::vector<std::string>& args = cl.words;
     std::size_t i = 0;

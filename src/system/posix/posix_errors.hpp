@@ -24,6 +24,6 @@ inline int FileErrorOf(int errnum) {
     }
 }
 
-[[noreturn]] inline void RaiseFileError(int errnum) { raise(FileErrorOf(errnum)); }
+[[noreturn]] inline void RaiseFileError(int errnum) { Raise(FileErrorOf(errnum)); }
 
 }  // namespace kiv

@@ -25,30 +25,30 @@ namespace fs = std::filesystem;
 // Windows refuses longer paths even in their long form.
 constexpr std::size_t kLongestPath = 32767;
 
-bool isSeparator(char16_t c) { return c == u'\\' || c == u'/'; }
+bool IsSeparator(char16_t c) { return c == u'\\' || c == u'/'; }
 
-bool hasWildcards(const String& s) { return s.find_first_of(u"*?") != String::npos; }
+bool HasWildcards(const String& s) { return s.find_first_of(u"*?") != String::npos; }
 
 // Characters no Windows file name may hold ("?" and "*" only as patterns).
-bool badNameCharacter(char16_t c) {
+bool BadNameCharacter(char16_t c) {
     return c < 32 || c == u'*' || c == u'?' || c == u'<' || c == u'>' || c == u'|' || c == u'"';
 }
 
-bool present(const fs::path& p) {
+bool Present(const fs::path& p) {
     struct stat st;
     return ::lstat(p.c_str(), &st) == 0;
 }
 
-bool hidden(const std::string& name) { return !name.empty() && name[0] == '.'; }
+bool Hidden(const std::string& name) { return !name.empty() && name[0] == '.'; }
 
 // "*" any run, "?" one character, letters case-blind; a final ".*" also
 // matches a name without a dot, as "x.*" finds "x" on Windows.
-bool matches(const String& pattern, std::size_t p, const String& name, std::size_t n) {
+bool Matches(const String& pattern, std::size_t p, const String& name, std::size_t n) {
     while (p < pattern.size()) {
         const char16_t c = pattern[p];
         if (c == u'*') {
             for (std::size_t k = n; k <= name.size(); ++k)
-                if (matches(pattern, p + 1, name, k)) return true;
+                if (Matches(pattern, p + 1, name, k)) return true;
             return false;
         }
         if (n == name.size()) return pattern.compare(p, String::npos, u".*") == 0;
@@ -61,7 +61,7 @@ bool matches(const String& pattern, std::size_t p, const String& name, std::size
 
 // The folder part of a pattern (up to its last separator, or its drive) and
 // the name part.
-std::pair<String, String> splitPattern(const String& pattern) {
+std::pair<String, String> SplitPattern(const String& pattern) {
     std::size_t cut = pattern.find_last_of(u"\\/");
     if (cut != String::npos) return {pattern.substr(0, cut + 1), pattern.substr(cut + 1)};
     if (pattern.size() >= 2 && pattern[1] == u':') return {pattern.substr(0, 2), pattern.substr(2)};
@@ -73,7 +73,7 @@ public:
     explicit PosixFileSystem(const PlatformSettings& settings) : settings_(settings) {}
 
     fs::path nativePath(const String& path) override {
-        if (path.find(u'\0') != String::npos || path.size() > kLongestPath) raise(kBadFileNameOrNumber);
+        if (path.find(u'\0') != String::npos || path.size() > kLongestPath) Raise(kBadFileNameOrNumber);
         const bool drive = path.size() >= 2 && path[1] == u':' && path[0] < 0x80 &&
                            std::isalpha(static_cast<unsigned char>(path[0]));
         const bool windows = drive || (path.find(u'\\') != String::npos && path[0] != u'/');
@@ -86,12 +86,12 @@ public:
 
         String rest = drive ? path.substr(2) : path;
         for (char16_t c : rest)
-            if (badNameCharacter(c) || c == u':') raise(kBadFileNameOrNumber);
+            if (BadNameCharacter(c) || c == u':') Raise(kBadFileNameOrNumber);
         fs::path root;
         if (drive) {
             root = driveRoot(static_cast<char>(std::toupper(static_cast<unsigned char>(path[0]))));
-        } else if (rest.size() >= 2 && isSeparator(rest[0]) && isSeparator(rest[1])) {
-            raise(kPathNotFound);  // a network share: no mapping for servers
+        } else if (rest.size() >= 2 && IsSeparator(rest[0]) && IsSeparator(rest[1])) {
+            Raise(kPathNotFound);  // a network share: no mapping for servers
         } else if (rest[0] == u'\\') {
             root = driveRoot('C');  // the root of the current drive, which is C:
         }
@@ -101,7 +101,7 @@ public:
         std::size_t start = 0;
         while (start <= rest.size()) {
             std::size_t end = start;
-            while (end < rest.size() && !isSeparator(rest[end])) ++end;
+            while (end < rest.size() && !IsSeparator(rest[end])) ++end;
             String part = rest.substr(start, end - start);
             if (part == u"..") {
                 if (!parts.empty() && parts.back() != u"..") parts.pop_back();
@@ -111,7 +111,7 @@ public:
             }
             start = end + 1;
         }
-        return lookUp(rooted ? root : fs::path("."), parts, rooted);
+        return LookUp(rooted ? root : fs::path("."), parts, rooted);
     }
 
     std::string encodeText(const String& text) override {
@@ -122,16 +122,16 @@ public:
     }
 
     String firstMatch(const String& pattern, bool foldersToo) override {
-        const auto [folderText, written] = splitPattern(pattern);
+        const auto [folderText, written] = SplitPattern(pattern);
         const String namePattern = written.empty() ? String(1, u'*') : written;
         const fs::path folder = folderText.empty() ? fs::path(".") : nativePath(folderText);
         auto acceptable = [&](const fs::path& p, const std::string& name) {
-            if (hidden(name)) return false;
+            if (Hidden(name)) return false;
             struct stat st;
             if (::stat(p.c_str(), &st) != 0) return false;
             return S_ISREG(st.st_mode) || (foldersToo && S_ISDIR(st.st_mode));
         };
-        if (!hasWildcards(namePattern)) {
+        if (!HasWildcards(namePattern)) {
             const fs::path p = nativePath(folderText + namePattern);
             const std::string name = p.filename().string();
             return acceptable(p, name) ? FromUtf8(name) : String();
@@ -143,7 +143,7 @@ public:
         std::sort(names.begin(), names.end());
         for (const std::string& name : names) {
             const String wide = FromUtf8(name);
-            if (matches(namePattern, 0, wide, 0) && acceptable(folder / name, name)) return wide;
+            if (Matches(namePattern, 0, wide, 0) && acceptable(folder / name, name)) return wide;
         }
         return String();
     }
@@ -157,33 +157,33 @@ public:
         const fs::path p = nativePath(path);
         struct stat st;
         if (::stat(p.c_str(), &st) != 0) raiseMissing(p, errno);
-        if (S_ISDIR(st.st_mode)) raise(kFileNotFound);
-        return checkedLong(st.st_size);
+        if (S_ISDIR(st.st_mode)) Raise(kFileNotFound);
+        return CheckedLong(st.st_size);
     }
 
     void makeFolder(const String& path) override {
         const fs::path p = nativePath(path);
-        if (::mkdir(p.c_str(), 0777) != 0) raise(errno == ENOENT ? kPathNotFound : FileErrorOf(errno));
+        if (::mkdir(p.c_str(), 0777) != 0) Raise(errno == ENOENT ? kPathNotFound : FileErrorOf(errno));
     }
 
     void removeFolder(const String& path) override {
         const fs::path p = nativePath(path);
-        if (::rmdir(p.c_str()) != 0) raise(errno == ENOENT || errno == ENOTDIR ? kPathNotFound : kPathFileAccessError);
+        if (::rmdir(p.c_str()) != 0) Raise(errno == ENOENT || errno == ENOTDIR ? kPathNotFound : kPathFileAccessError);
     }
 
     void deleteFile(const String& path) override {
-        const auto [folderText, namePattern] = splitPattern(path);
-        if (hasWildcards(namePattern)) {
+        const auto [folderText, namePattern] = SplitPattern(path);
+        if (HasWildcards(namePattern)) {
             // Every normal file that matches, one after the other.
             String name = firstMatch(path, false);
-            if (name.empty()) raise(kFileNotFound);
+            if (name.empty()) Raise(kFileNotFound);
             for (; !name.empty(); name = firstMatch(path, false)) deleteFile(folderText + name);
             return;
         }
         const fs::path p = nativePath(path);
         struct stat st;
         if (::lstat(p.c_str(), &st) != 0) raiseMissing(p, errno);
-        if (S_ISDIR(st.st_mode)) raise(kFileNotFound);
+        if (S_ISDIR(st.st_mode)) Raise(kFileNotFound);
         if (::unlink(p.c_str()) != 0) RaiseFileError(errno);
     }
 
@@ -212,7 +212,7 @@ public:
         const fs::path p = nativePath(path);
         struct stat st;
         const bool existed = ::stat(p.c_str(), &st) == 0;
-        if (existed && S_ISDIR(st.st_mode)) raise(kPathFileAccessError);
+        if (existed && S_ISDIR(st.st_mode)) Raise(kPathFileAccessError);
         // Written beside the file and renamed over it only once complete.
         std::string temp = (p.parent_path() / ".kiv-XXXXXX").string();
         const int fd = ::mkstemp(temp.data());
@@ -248,7 +248,7 @@ public:
 private:
     fs::path driveRoot(char letter) {
         const auto found = settings_.drives.find(letter);
-        if (found == settings_.drives.end()) raise(kPathNotFound);
+        if (found == settings_.drives.end()) Raise(kPathNotFound);
         const fs::path root = found->second;
         // Only our own default folder is made, with the Windows folder that
         // INI names without a folder land in; a configured one is used as is.
@@ -262,11 +262,11 @@ private:
 
     // Each existing component under its own spelling, found case-blind (the
     // exact spelling first); from the first missing one on, as written.
-    static fs::path lookUp(fs::path at, const std::vector<String>& parts, bool rooted) {
+    static fs::path LookUp(fs::path at, const std::vector<String>& parts, bool rooted) {
         bool found = true;
         for (const String& part : parts) {
             const std::string name = ToUtf8(part);
-            if (found && part != u".." && !present(at / name)) {
+            if (found && part != u".." && !Present(at / name)) {
                 std::string spelling;
                 std::error_code ec;
                 for (fs::directory_iterator it(at, ec), end; !ec && it != end; it.increment(ec)) {
@@ -291,7 +291,7 @@ private:
         if (errnum == ENOENT) {
             struct stat st;
             const fs::path parent = p.has_parent_path() ? p.parent_path() : fs::path(".");
-            if (::stat(parent.c_str(), &st) != 0 || !S_ISDIR(st.st_mode)) raise(kPathNotFound);
+            if (::stat(parent.c_str(), &st) != 0 || !S_ISDIR(st.st_mode)) Raise(kPathNotFound);
         }
         RaiseFileError(errnum);
     }
@@ -315,7 +315,7 @@ private:
 
 }  // namespace
 
-std::unique_ptr<FileSystem> makePosixFileSystem(const PlatformSettings& settings) {
+std::unique_ptr<FileSystem> MakePosixFileSystem(const PlatformSettings& settings) {
     return std::make_unique<PosixFileSystem>(settings);
 }
 

@@ -35,13 +35,13 @@ public:
     Integer freeNumber() override {
         for (int n = kFirst; n <= kLast; ++n)
             if (!slots_[n]) return static_cast<Integer>(n);
-        raise(kTooManyFiles);
+        Raise(kTooManyFiles);
     }
 
     void open(const String& path, FileMode mode, Long number) override {
-        if (number < kFirst || number > kLast) raise(kBadFileNameOrNumber);
-        if (slots_[number]) raise(kFileAlreadyOpen);
-        FileSystem& files = platform().files();
+        if (number < kFirst || number > kLast) Raise(kBadFileNameOrNumber);
+        if (slots_[number]) Raise(kFileAlreadyOpen);
+        FileSystem& files = CurrentPlatform().files();
         const fs::path native = files.nativePath(path);
         OpenFile f{path, fs::weakly_canonical(native).string(), mode, {}, 0, 0, -1, false};
         // One writer per file; readers may share.
@@ -49,8 +49,8 @@ public:
         for (const auto& other : slots_)
             if (other && other->where == f.where && (writes || other->mode == FileMode::Output ||
                                                      other->mode == FileMode::Append))
-                raise(kFileAlreadyOpen);
-        if (files.isFolder(path)) raise(kPathFileAccessError);
+                Raise(kFileAlreadyOpen);
+        if (files.isFolder(path)) Raise(kPathFileAccessError);
         switch (mode) {
             case FileMode::Input:
                 f.bytes = files.readFile(path);
@@ -62,7 +62,7 @@ public:
                 const int fd = ::open(native.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666);
                 if (fd < 0) raiseOpenError(errno);
                 struct stat st;
-                if (::fstat(fd, &st) == 0) f.lengthBefore = checkedLong(st.st_size);
+                if (::fstat(fd, &st) == 0) f.lengthBefore = CheckedLong(st.st_size);
                 ::close(fd);
                 break;
             }
@@ -99,11 +99,11 @@ public:
 
     String lineInput(Long number) override {
         OpenFile& f = entry(number);
-        if (f.mode != FileMode::Input) raise(kBadFileMode);
-        if (f.next >= f.bytes.size()) raise(kInputPastEndOfFile);
+        if (f.mode != FileMode::Input) Raise(kBadFileMode);
+        if (f.next >= f.bytes.size()) Raise(kInputPastEndOfFile);
         const std::size_t end = f.bytes.find_first_of("\r\n", f.next);
         const std::size_t stop = end == std::string::npos ? f.bytes.size() : end;
-        const String line = platform().files().decodeText(std::string_view(f.bytes).substr(f.next, stop - f.next));
+        const String line = CurrentPlatform().files().decodeText(std::string_view(f.bytes).substr(f.next, stop - f.next));
         f.next = stop;
         if (f.next < f.bytes.size() && f.bytes[f.next] == '\r') ++f.next;
         if (f.next < f.bytes.size() && f.bytes[f.next] == '\n' && (f.next == stop || f.next == stop + 1)) ++f.next;
@@ -112,14 +112,14 @@ public:
 
     void print(Long number, const String& text, bool lineEnd) override {
         OpenFile& f = entry(number);
-        if (f.mode != FileMode::Output && f.mode != FileMode::Append) raise(kBadFileMode);
-        f.bytes += platform().files().encodeText(lineEnd ? text + u"\r\n" : text);
+        if (f.mode != FileMode::Output && f.mode != FileMode::Append) Raise(kBadFileMode);
+        f.bytes += CurrentPlatform().files().encodeText(lineEnd ? text + u"\r\n" : text);
     }
 
     String readByteAt(Long number, Long position) override {
         OpenFile& f = entry(number);
-        if (f.mode != FileMode::Binary) raise(kBadFileMode);
-        if (position < 1) raise(kBadRecordNumber);
+        if (f.mode != FileMode::Binary) Raise(kBadFileMode);
+        if (position < 1) Raise(kBadRecordNumber);
         char byte = 0;
         ssize_t n;
         do n = ::pread(f.fd, &byte, 1, static_cast<off_t>(position) - 1);
@@ -127,7 +127,7 @@ public:
         if (n < 0) RaiseFileError(errno);
         f.pastEnd = n == 0;
         if (n == 0) return String();
-        return platform().files().decodeText(std::string_view(&byte, 1));
+        return CurrentPlatform().files().decodeText(std::string_view(&byte, 1));
     }
 
     Boolean atEnd(Long number) override {
@@ -142,13 +142,13 @@ public:
     Long length(Long number) override {
         OpenFile& f = entry(number);
         switch (f.mode) {
-            case FileMode::Input: return checkedLong(static_cast<std::int64_t>(f.bytes.size()));
-            case FileMode::Output: return checkedLong(static_cast<std::int64_t>(f.bytes.size()));
-            case FileMode::Append: return checkedLong(f.lengthBefore + static_cast<std::int64_t>(f.bytes.size()));
+            case FileMode::Input: return CheckedLong(static_cast<std::int64_t>(f.bytes.size()));
+            case FileMode::Output: return CheckedLong(static_cast<std::int64_t>(f.bytes.size()));
+            case FileMode::Append: return CheckedLong(f.lengthBefore + static_cast<std::int64_t>(f.bytes.size()));
             case FileMode::Binary: {
                 struct stat st;
                 if (::fstat(f.fd, &st) != 0) RaiseFileError(errno);
-                return checkedLong(st.st_size);
+                return CheckedLong(st.st_size);
             }
         }
         return 0;
@@ -156,19 +156,19 @@ public:
 
 private:
     OpenFile& entry(Long number) {
-        if (number < kFirst || number > kLast || !slots_[number]) raise(kBadFileNameOrNumber);
+        if (number < kFirst || number > kLast || !slots_[number]) Raise(kBadFileNameOrNumber);
         return *slots_[number];
     }
 
     // Writes what was printed, then lets the file go.
     static void finish(OpenFile& f) {
         if (f.fd >= 0) ::close(f.fd);
-        if (f.mode == FileMode::Output) platform().files().replaceFile(f.path, f.bytes);
-        if (f.mode == FileMode::Append && !f.bytes.empty()) platform().files().appendFile(f.path, f.bytes);
+        if (f.mode == FileMode::Output) CurrentPlatform().files().replaceFile(f.path, f.bytes);
+        if (f.mode == FileMode::Append && !f.bytes.empty()) CurrentPlatform().files().appendFile(f.path, f.bytes);
     }
 
     [[noreturn]] static void raiseOpenError(int errnum) {
-        if (errnum == ENOENT) raise(kPathNotFound);  // with O_CREAT only the folder can be missing
+        if (errnum == ENOENT) Raise(kPathNotFound);  // with O_CREAT only the folder can be missing
         RaiseFileError(errnum);
     }
 
@@ -177,6 +177,6 @@ private:
 
 }  // namespace
 
-std::unique_ptr<FileTable> makePosixFileTable(const PlatformSettings&) { return std::make_unique<PosixFileTable>(); }
+std::unique_ptr<FileTable> MakePosixFileTable(const PlatformSettings&) { return std::make_unique<PosixFileTable>(); }
 
 }  // namespace kiv

@@ -22,7 +22,7 @@ namespace kiv {
 namespace {
 
 // The program of this name on PATH, or "" when there is none.
-std::string onPath(const std::string& name) {
+std::string OnPath(const std::string& name) {
     const char* path = std::getenv("PATH");
     std::string dirs = path != nullptr ? path : "";
     for (std::size_t start = 0; start <= dirs.size();) {
@@ -37,7 +37,7 @@ std::string onPath(const std::string& name) {
 
 // Starts ARGV detached (no shell, no wait for it): a child that forks the
 // program and leaves at once, so nothing is left to reap.
-bool spawn(const std::vector<std::string>& argv) {
+bool Spawn(const std::vector<std::string>& argv) {
     std::vector<char*> args;
     for (const std::string& a : argv) args.push_back(const_cast<char*>(a.c_str()));
     args.push_back(nullptr);
@@ -59,7 +59,7 @@ bool spawn(const std::vector<std::string>& argv) {
 
 // "EXPLORER [/e, /root, ] path": the folder, mapped, for the desktop's file
 // browser; any other command line has no program here.
-bool startExplorer(const String& commandLine) {
+bool StartExplorer(const String& commandLine) {
     const String word = u"EXPLORER ";
     if (commandLine.size() < word.size() || !CaseBlindEqual(commandLine.substr(0, word.size()), word)) return false;
     String rest = commandLine.substr(word.size());
@@ -67,10 +67,10 @@ bool startExplorer(const String& commandLine) {
     if (rest.compare(0, root.size(), root) == 0) rest = rest.substr(root.size());
     rest = Trim(rest);
     if (rest.empty()) return false;
-    const std::string opener = onPath("xdg-open");
+    const std::string opener = OnPath("xdg-open");
     if (opener.empty()) return false;
     try {
-        return spawn({opener, platform().files().nativePath(rest).string()});
+        return Spawn({opener, CurrentPlatform().files().nativePath(rest).string()});
     } catch (const RuntimeError&) {
         return false;
     }
@@ -97,11 +97,11 @@ public:
         return Date{day.serial + time.serial};
     }
     String applicationName() override { return app_; }
-    bool startProgram(const String& commandLine) override { return startExplorer(commandLine); }
+    bool startProgram(const String& commandLine) override { return StartExplorer(commandLine); }
     // The desktop's opener with the target as its only argument.
     bool openDocument(const String& target) override {
-        const std::string opener = onPath("xdg-open");
-        return !opener.empty() && spawn({opener, ToUtf8(target)});
+        const std::string opener = OnPath("xdg-open");
+        return !opener.empty() && Spawn({opener, ToUtf8(target)});
     }
 
 private:
@@ -110,6 +110,6 @@ private:
 
 }  // namespace
 
-std::unique_ptr<Host> makePosixHost(const PlatformSettings& settings) { return std::make_unique<PosixHost>(settings); }
+std::unique_ptr<Host> MakePosixHost(const PlatformSettings& settings) { return std::make_unique<PosixHost>(settings); }
 
 }  // namespace kiv

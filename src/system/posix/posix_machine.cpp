@@ -42,7 +42,7 @@ public:
             Integer bits = 0;
             const char* end = pinned->data() + pinned->size();
             const auto [p, ec] = std::from_chars(pinned->data(), end, bits);
-            if (ec != std::errc() || p != end) raise(kTypeMismatch);
+            if (ec != std::errc() || p != end) Raise(kTypeMismatch);
             return bits;
         }
         const std::string machine = uname().machine;
@@ -52,7 +52,7 @@ public:
     String computerName() override {
         if (const auto pinned = pin("pcname")) return FromUtf8(*pinned);
         std::array<char, 256> name{};
-        if (::gethostname(name.data(), name.size() - 1) != 0) raise(kInvalidCall);
+        if (::gethostname(name.data(), name.size() - 1) != 0) Raise(kInvalidCall);
         const std::string host = name.data();
         return FromUtf8(host.substr(0, host.find('.')));
     }
@@ -77,7 +77,7 @@ public:
             case 2: {
                 // Hosts write their scratch files there at once: it must exist.
                 const String temp = home + u"AppData\\Local\\Temp\\";
-                std::filesystem::create_directories(platform().files().nativePath(temp));
+                std::filesystem::create_directories(CurrentPlatform().files().nativePath(temp));
                 return temp;
             }
             case 3: return u"C:\\Windows\\System32\\";
@@ -94,7 +94,7 @@ public:
     std::vector<String> localAddresses() override {
         if (const auto pinned = pin("ip")) return pinned->empty() ? std::vector<String>{} : std::vector{FromUtf8(*pinned)};
         ifaddrs* list = nullptr;
-        if (::getifaddrs(&list) != 0) raise(kInvalidCall);
+        if (::getifaddrs(&list) != 0) Raise(kInvalidCall);
         std::vector<String> out;
         std::set<std::string> seen;  // interfaces that gave their address already
         for (const ifaddrs* a = list; a != nullptr; a = a->ifa_next) {
@@ -121,7 +121,7 @@ private:
     }
     static utsname uname() {
         utsname u{};
-        if (::uname(&u) != 0) raise(kInvalidCall);
+        if (::uname(&u) != 0) Raise(kInvalidCall);
         return u;
     }
 
@@ -130,7 +130,7 @@ private:
 
 }  // namespace
 
-std::unique_ptr<Machine> makePosixMachine(const PlatformSettings& settings) {
+std::unique_ptr<Machine> MakePosixMachine(const PlatformSettings& settings) {
     return std::make_unique<PosixMachine>(settings);
 }
 

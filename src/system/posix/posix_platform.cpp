@@ -4,15 +4,15 @@ namespace kiv {
 
 PosixPlatform::PosixPlatform(PlatformSettings settings)
     : settings_(std::move(settings)),
-      host_(makePosixHost(settings_)),
-      files_(makePosixFileSystem(settings_)),
-      fileTable_(makePosixFileTable(settings_)),
-      profiles_(makePosixProfileFiles(settings_)),
-      registry_(makePosixRegistryStore(settings_)),
-      windows_(makePosixWindowSystem(settings_)),
-      machine_(makePosixMachine(settings_)) {}
+      host_(MakePosixHost(settings_)),
+      files_(MakePosixFileSystem(settings_)),
+      fileTable_(MakePosixFileTable(settings_)),
+      profiles_(MakePosixProfileFiles(settings_)),
+      registry_(MakePosixRegistryStore(settings_)),
+      windows_(MakePosixWindowSystem(settings_)),
+      machine_(MakePosixMachine(settings_)) {}
 
-std::shared_ptr<Platform> makeSystemPlatform(PlatformSettings settings) {
+std::shared_ptr<Platform> MakeSystemPlatform(PlatformSettings settings) {
     return std::make_shared<PosixPlatform>(std::move(settings));
 }
 

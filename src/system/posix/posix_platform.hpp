@@ -10,13 +10,13 @@
 namespace kiv {
 
 // Each seam's POSIX implementation, in the file of its subject.
-std::unique_ptr<Host> makePosixHost(const PlatformSettings& settings);
-std::unique_ptr<FileSystem> makePosixFileSystem(const PlatformSettings& settings);
-std::unique_ptr<FileTable> makePosixFileTable(const PlatformSettings& settings);
-std::unique_ptr<ProfileFiles> makePosixProfileFiles(const PlatformSettings& settings);
-std::unique_ptr<RegistryStore> makePosixRegistryStore(const PlatformSettings& settings);
-std::unique_ptr<WindowSystem> makePosixWindowSystem(const PlatformSettings& settings);
-std::unique_ptr<Machine> makePosixMachine(const PlatformSettings& settings);
+std::unique_ptr<Host> MakePosixHost(const PlatformSettings& settings);
+std::unique_ptr<FileSystem> MakePosixFileSystem(const PlatformSettings& settings);
+std::unique_ptr<FileTable> MakePosixFileTable(const PlatformSettings& settings);
+std::unique_ptr<ProfileFiles> MakePosixProfileFiles(const PlatformSettings& settings);
+std::unique_ptr<RegistryStore> MakePosixRegistryStore(const PlatformSettings& settings);
+std::unique_ptr<WindowSystem> MakePosixWindowSystem(const PlatformSettings& settings);
+std::unique_ptr<Machine> MakePosixMachine(const PlatformSettings& settings);
 
 class PosixPlatform : public Platform {
 public:

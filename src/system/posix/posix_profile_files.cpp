@@ -100,7 +100,7 @@ public:
         try {
             if (const auto path = pathOf(file))
                 if (const auto bytes = ReadWholeFile(*path)) {
-                    FileSystem& files = platform().files();
+                    FileSystem& files = CurrentPlatform().files();
                     const auto value = ini::Lookup(*bytes, files.encodeText(CText(section)),
                                                    files.encodeText(CText(key)), names());
                     if (value) result = files.decodeText(*value);
@@ -118,7 +118,7 @@ public:
         try {
             const auto path = pathOf(file);
             if (!path) return 0;
-            FileSystem& files = platform().files();
+            FileSystem& files = CurrentPlatform().files();
             const std::string s = files.encodeText(CText(section));
             const std::optional<std::string> k = key ? std::optional(files.encodeText(CText(*key))) : std::nullopt;
             const std::optional<std::string> v =
@@ -137,11 +137,11 @@ private:
         const String name = CText(file);
         if (name.empty()) return std::nullopt;
         const bool folder = name.find_first_of(u"\\/") != String::npos || (name.size() >= 2 && name[1] == u':');
-        return platform().files().nativePath(folder ? name : u"C:\\Windows\\" + name);
+        return CurrentPlatform().files().nativePath(folder ? name : u"C:\\Windows\\" + name);
     }
 
     static ini::NameMatch names() {
-        return ini::NameMatch([](std::string_view bytes) { return platform().files().decodeText(bytes); });
+        return ini::NameMatch([](std::string_view bytes) { return CurrentPlatform().files().decodeText(bytes); });
     }
 
     bool flush_;
@@ -210,12 +210,12 @@ bool ReplaceLocked(const fs::path& path, const std::function<ini::Edit(std::stri
     return true;
 }
 
-std::unique_ptr<ProfileFiles> makePosixProfileFiles(const PlatformSettings&, bool flush) {
+std::unique_ptr<ProfileFiles> MakePosixProfileFiles(const PlatformSettings&, bool flush) {
     return std::make_unique<PosixProfileFiles>(flush);
 }
 
-std::unique_ptr<ProfileFiles> makePosixProfileFiles(const PlatformSettings& settings) {
-    return makePosixProfileFiles(settings, true);
+std::unique_ptr<ProfileFiles> MakePosixProfileFiles(const PlatformSettings& settings) {
+    return MakePosixProfileFiles(settings, true);
 }
 
 }  // namespace kiv

@@ -32,6 +32,6 @@ bool ReplaceLocked(const std::filesystem::path& path, const std::function<ini::E
                    bool flush);
 
 // The seam; `flush` off only for measuring what the flush costs.
-std::unique_ptr<ProfileFiles> makePosixProfileFiles(const PlatformSettings& settings, bool flush);
+std::unique_ptr<ProfileFiles> MakePosixProfileFiles(const PlatformSettings& settings, bool flush);
 
 }  // namespace kiv

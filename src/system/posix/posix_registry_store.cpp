@@ -18,7 +18,7 @@ std::string UserName() {
 
 }  // namespace
 
-std::unique_ptr<RegistryStore> makePosixRegistryStore(const PlatformSettings& settings) {
+std::unique_ptr<RegistryStore> MakePosixRegistryStore(const PlatformSettings& settings) {
     return std::make_unique<SqliteRegistry>(settings.registryFolder, UserName());
 }
 

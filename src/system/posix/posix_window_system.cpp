@@ -23,6 +23,6 @@ public:
 
 }  // namespace
 
-std::unique_ptr<WindowSystem> makePosixWindowSystem(const PlatformSettings&) { return std::make_unique<PosixWindowSystem>(); }
+std::unique_ptr<WindowSystem> MakePosixWindowSystem(const PlatformSettings&) { return std::make_unique<PosixWindowSystem>(); }
 
 }  // namespace kiv

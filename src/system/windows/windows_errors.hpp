@@ -22,7 +22,7 @@ inline int FileErrorOf(DWORD error) {
     }
 }
 
-[[noreturn]] inline void RaiseFileError(DWORD error) { raise(FileErrorOf(error)); }
+[[noreturn]] inline void RaiseFileError(DWORD error) { Raise(FileErrorOf(error)); }
 [[noreturn]] inline void RaiseLastFileError() { RaiseFileError(GetLastError()); }
 
 }  // namespace kiv

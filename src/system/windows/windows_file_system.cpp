@@ -16,10 +16,10 @@ namespace fs = std::filesystem;
 // Windows refuses longer paths even in their long form.
 constexpr std::size_t kLongestPath = 32767;
 
-bool hasWildcards(const String& s) { return s.find_first_of(u"*?") != String::npos; }
+bool HasWildcards(const String& s) { return s.find_first_of(u"*?") != String::npos; }
 
 // The folder part of a pattern (up to its last separator, or its drive).
-String folderOf(const String& pattern) {
+String FolderOf(const String& pattern) {
     const std::size_t cut = pattern.find_last_of(u"\\/");
     if (cut != String::npos) return pattern.substr(0, cut + 1);
     if (pattern.size() >= 2 && pattern[1] == u':') return pattern.substr(0, 2);
@@ -60,7 +60,7 @@ public:
     explicit WindowsFileSystem(const PlatformSettings& settings) : settings_(settings) {}
 
     fs::path nativePath(const String& path) override {
-        if (path.find(u'\0') != String::npos || path.size() > kLongestPath) raise(kBadFileNameOrNumber);
+        if (path.find(u'\0') != String::npos || path.size() > kLongestPath) Raise(kBadFileNameOrNumber);
         return fs::path(wide(path));
     }
     std::string encodeText(const String& text) override {
@@ -99,8 +99,8 @@ public:
     Long fileLength(const String& path) override {
         WIN32_FILE_ATTRIBUTE_DATA data{};
         if (!GetFileAttributesExW(nativePath(path).c_str(), GetFileExInfoStandard, &data)) RaiseLastFileError();
-        if (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) raise(kFileNotFound);
-        return checkedLong(static_cast<std::int64_t>((static_cast<std::uint64_t>(data.nFileSizeHigh) << 32) |
+        if (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) Raise(kFileNotFound);
+        return CheckedLong(static_cast<std::int64_t>((static_cast<std::uint64_t>(data.nFileSizeHigh) << 32) |
                                                      data.nFileSizeLow));
     }
 
@@ -111,23 +111,23 @@ public:
     void removeFolder(const String& path) override {
         if (RemoveDirectoryW(nativePath(path).c_str())) return;
         const DWORD e = GetLastError();
-        raise(e == ERROR_FILE_NOT_FOUND || e == ERROR_PATH_NOT_FOUND || e == ERROR_DIRECTORY ? kPathNotFound
+        Raise(e == ERROR_FILE_NOT_FOUND || e == ERROR_PATH_NOT_FOUND || e == ERROR_DIRECTORY ? kPathNotFound
                                                                                            : kPathFileAccessError);
     }
 
     void deleteFile(const String& path) override {
-        if (hasWildcards(path.substr(folderOf(path).size()))) {
+        if (HasWildcards(path.substr(FolderOf(path).size()))) {
             // Every normal file that matches, one after the other.
-            const String folder = folderOf(path);
+            const String folder = FolderOf(path);
             String name = firstMatch(path, false);
-            if (name.empty()) raise(kFileNotFound);
+            if (name.empty()) Raise(kFileNotFound);
             for (; !name.empty(); name = firstMatch(path, false)) deleteFile(folder + name);
             return;
         }
         const std::wstring p = nativePath(path).wstring();
         const DWORD a = GetFileAttributesW(p.c_str());
         if (a == INVALID_FILE_ATTRIBUTES) RaiseLastFileError();
-        if (a & FILE_ATTRIBUTE_DIRECTORY) raise(kFileNotFound);
+        if (a & FILE_ATTRIBUTE_DIRECTORY) Raise(kFileNotFound);
         if (!DeleteFileW(p.c_str())) RaiseLastFileError();
     }
 
@@ -149,7 +149,7 @@ public:
     void replaceFile(const String& path, std::string_view bytes) override {
         const std::wstring p = nativePath(path).wstring();
         const DWORD a = GetFileAttributesW(p.c_str());
-        if (a != INVALID_FILE_ATTRIBUTES && (a & FILE_ATTRIBUTE_DIRECTORY)) raise(kPathFileAccessError);
+        if (a != INVALID_FILE_ATTRIBUTES && (a & FILE_ATTRIBUTE_DIRECTORY)) Raise(kPathFileAccessError);
         // Written beside the file and moved over it only once complete.
         std::wstring folder = fs::path(p).parent_path().wstring();
         if (folder.empty()) folder = L".";
@@ -190,7 +190,7 @@ private:
 
 }  // namespace
 
-std::unique_ptr<FileSystem> makeWindowsFileSystem(const PlatformSettings& settings) {
+std::unique_ptr<FileSystem> MakeWindowsFileSystem(const PlatformSettings& settings) {
     return std::make_unique<WindowsFileSystem>(settings);
 }
 

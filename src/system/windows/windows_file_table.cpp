@@ -43,13 +43,13 @@ public:
     Integer freeNumber() override {
         for (int n = kFirst; n <= kLast; ++n)
             if (!slots_[n]) return static_cast<Integer>(n);
-        raise(kTooManyFiles);
+        Raise(kTooManyFiles);
     }
 
     void open(const String& path, FileMode mode, Long number) override {
-        if (number < kFirst || number > kLast) raise(kBadFileNameOrNumber);
-        if (slots_[number]) raise(kFileAlreadyOpen);
-        FileSystem& files = platform().files();
+        if (number < kFirst || number > kLast) Raise(kBadFileNameOrNumber);
+        if (slots_[number]) Raise(kFileAlreadyOpen);
+        FileSystem& files = CurrentPlatform().files();
         const std::filesystem::path native = files.nativePath(path);
         OpenFile f{path, FullPath(native), mode, {}, 0, 0, INVALID_HANDLE_VALUE, false};
         // One writer per file; readers may share.
@@ -57,8 +57,8 @@ public:
         for (const auto& other : slots_)
             if (other && CaseBlindEqual(other->where, f.where) &&
                 (writes || other->mode == FileMode::Output || other->mode == FileMode::Append))
-                raise(kFileAlreadyOpen);
-        if (files.isFolder(path)) raise(kPathFileAccessError);
+                Raise(kFileAlreadyOpen);
+        if (files.isFolder(path)) Raise(kPathFileAccessError);
         switch (mode) {
             case FileMode::Input:
                 f.bytes = files.readFile(path);
@@ -70,7 +70,7 @@ public:
                                              nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
                 if (h == INVALID_HANDLE_VALUE) RaiseLastFileError();
                 LARGE_INTEGER size{};
-                if (GetFileSizeEx(h, &size)) f.lengthBefore = checkedLong(size.QuadPart);
+                if (GetFileSizeEx(h, &size)) f.lengthBefore = CheckedLong(size.QuadPart);
                 CloseHandle(h);
                 break;
             }
@@ -109,11 +109,11 @@ public:
 
     String lineInput(Long number) override {
         OpenFile& f = entry(number);
-        if (f.mode != FileMode::Input) raise(kBadFileMode);
-        if (f.next >= f.bytes.size()) raise(kInputPastEndOfFile);
+        if (f.mode != FileMode::Input) Raise(kBadFileMode);
+        if (f.next >= f.bytes.size()) Raise(kInputPastEndOfFile);
         const std::size_t end = f.bytes.find_first_of("\r\n", f.next);
         const std::size_t stop = end == std::string::npos ? f.bytes.size() : end;
-        const String line = platform().files().decodeText(std::string_view(f.bytes).substr(f.next, stop - f.next));
+        const String line = CurrentPlatform().files().decodeText(std::string_view(f.bytes).substr(f.next, stop - f.next));
         f.next = stop;
         if (f.next < f.bytes.size() && f.bytes[f.next] == '\r') ++f.next;
         if (f.next < f.bytes.size() && f.bytes[f.next] == '\n' && (f.next == stop || f.next == stop + 1)) ++f.next;
@@ -122,14 +122,14 @@ public:
 
     void print(Long number, const String& text, bool lineEnd) override {
         OpenFile& f = entry(number);
-        if (f.mode != FileMode::Output && f.mode != FileMode::Append) raise(kBadFileMode);
-        f.bytes += platform().files().encodeText(lineEnd ? text + u"\r\n" : text);
+        if (f.mode != FileMode::Output && f.mode != FileMode::Append) Raise(kBadFileMode);
+        f.bytes += CurrentPlatform().files().encodeText(lineEnd ? text + u"\r\n" : text);
     }
 
     String readByteAt(Long number, Long position) override {
         OpenFile& f = entry(number);
-        if (f.mode != FileMode::Binary) raise(kBadFileMode);
-        if (position < 1) raise(kBadRecordNumber);
+        if (f.mode != FileMode::Binary) Raise(kBadFileMode);
+        if (position < 1) Raise(kBadRecordNumber);
         const auto offset = static_cast<std::uint64_t>(position) - 1;
         OVERLAPPED at{};
         at.Offset = static_cast<DWORD>(offset & 0xFFFFFFFFu);
@@ -139,7 +139,7 @@ public:
         if (!ReadFile(f.handle, &byte, 1, &n, &at) && GetLastError() != ERROR_HANDLE_EOF) RaiseLastFileError();
         f.pastEnd = n == 0;
         if (n == 0) return String();
-        return platform().files().decodeText(std::string_view(&byte, 1));
+        return CurrentPlatform().files().decodeText(std::string_view(&byte, 1));
     }
 
     Boolean atEnd(Long number) override {
@@ -155,12 +155,12 @@ public:
         OpenFile& f = entry(number);
         switch (f.mode) {
             case FileMode::Input:
-            case FileMode::Output: return checkedLong(static_cast<std::int64_t>(f.bytes.size()));
-            case FileMode::Append: return checkedLong(f.lengthBefore + static_cast<std::int64_t>(f.bytes.size()));
+            case FileMode::Output: return CheckedLong(static_cast<std::int64_t>(f.bytes.size()));
+            case FileMode::Append: return CheckedLong(f.lengthBefore + static_cast<std::int64_t>(f.bytes.size()));
             case FileMode::Binary: {
                 LARGE_INTEGER size{};
                 if (!GetFileSizeEx(f.handle, &size)) RaiseLastFileError();
-                return checkedLong(size.QuadPart);
+                return CheckedLong(size.QuadPart);
             }
         }
         return 0;
@@ -168,15 +168,15 @@ public:
 
 private:
     OpenFile& entry(Long number) {
-        if (number < kFirst || number > kLast || !slots_[number]) raise(kBadFileNameOrNumber);
+        if (number < kFirst || number > kLast || !slots_[number]) Raise(kBadFileNameOrNumber);
         return *slots_[number];
     }
 
     // Writes what was printed, then lets the file go.
     static void finish(OpenFile& f) {
         if (f.handle != INVALID_HANDLE_VALUE) CloseHandle(f.handle);
-        if (f.mode == FileMode::Output) platform().files().replaceFile(f.path, f.bytes);
-        if (f.mode == FileMode::Append && !f.bytes.empty()) platform().files().appendFile(f.path, f.bytes);
+        if (f.mode == FileMode::Output) CurrentPlatform().files().replaceFile(f.path, f.bytes);
+        if (f.mode == FileMode::Append && !f.bytes.empty()) CurrentPlatform().files().appendFile(f.path, f.bytes);
     }
 
     std::array<std::optional<OpenFile>, kLast + 1> slots_;
@@ -184,6 +184,6 @@ private:
 
 }  // namespace
 
-std::unique_ptr<FileTable> makeWindowsFileTable(const PlatformSettings&) { return std::make_unique<WindowsFileTable>(); }
+std::unique_ptr<FileTable> MakeWindowsFileTable(const PlatformSettings&) { return std::make_unique<WindowsFileTable>(); }
 
 }  // namespace kiv

@@ -96,6 +96,6 @@ private:
 
 }  // namespace
 
-std::unique_ptr<Host> makeWindowsHost(const PlatformSettings& settings) { return std::make_unique<WindowsHost>(settings); }
+std::unique_ptr<Host> MakeWindowsHost(const PlatformSettings& settings) { return std::make_unique<WindowsHost>(settings); }
 
 }  // namespace kiv

@@ -37,7 +37,7 @@ public:
         const auto rtlGetVersion = Proc<RtlGetVersionFn>(L"ntdll.dll", "RtlGetVersion");
         OSVERSIONINFOEXW v{};
         v.dwOSVersionInfoSize = sizeof v;
-        if (rtlGetVersion == nullptr || rtlGetVersion(&v) != 0) raise(kInvalidCall);
+        if (rtlGetVersion == nullptr || rtlGetVersion(&v) != 0) Raise(kInvalidCall);
         const DWORD major = v.dwMajorVersion, minor = v.dwMinorVersion, build = v.dwBuildNumber;
         const char* name = "Windows";
         if (v.wProductType != VER_NT_WORKSTATION) name = "Windows Server";
@@ -58,7 +58,7 @@ public:
         if (const std::string* p = pin("winbit")) {
             std::size_t used = 0;
             const int bits = std::stoi(*p, &used);
-            if (used != p->size()) raise(kTypeMismatch);
+            if (used != p->size()) Raise(kTypeMismatch);
             return static_cast<Integer>(bits);
         }
         if (sizeof(void*) == 8) return 64;
@@ -70,7 +70,7 @@ public:
         if (const std::string* p = pin("pcname")) return FromUtf8(*p);
         wchar_t name[MAX_COMPUTERNAME_LENGTH + 1] = {};
         DWORD size = MAX_COMPUTERNAME_LENGTH + 1;
-        if (!GetComputerNameW(name, &size)) raise(kInvalidCall);
+        if (!GetComputerNameW(name, &size)) Raise(kInvalidCall);
         return Text(name);
     }
 
@@ -166,7 +166,7 @@ private:
 
 }  // namespace
 
-std::unique_ptr<Machine> makeWindowsMachine(const PlatformSettings& settings) {
+std::unique_ptr<Machine> MakeWindowsMachine(const PlatformSettings& settings) {
     return std::make_unique<WindowsMachine>(settings);
 }
 

@@ -4,15 +4,15 @@ namespace kiv {
 
 WindowsPlatform::WindowsPlatform(PlatformSettings settings)
     : settings_(std::move(settings)),
-      host_(makeWindowsHost(settings_)),
-      files_(makeWindowsFileSystem(settings_)),
-      fileTable_(makeWindowsFileTable(settings_)),
-      profiles_(makeWindowsProfileFiles(settings_)),
-      registry_(makeWindowsRegistryStore(settings_)),
-      windows_(makeWindowsWindowSystem(settings_)),
-      machine_(makeWindowsMachine(settings_)) {}
+      host_(MakeWindowsHost(settings_)),
+      files_(MakeWindowsFileSystem(settings_)),
+      fileTable_(MakeWindowsFileTable(settings_)),
+      profiles_(MakeWindowsProfileFiles(settings_)),
+      registry_(MakeWindowsRegistryStore(settings_)),
+      windows_(MakeWindowsWindowSystem(settings_)),
+      machine_(MakeWindowsMachine(settings_)) {}
 
-std::shared_ptr<Platform> makeSystemPlatform(PlatformSettings settings) {
+std::shared_ptr<Platform> MakeSystemPlatform(PlatformSettings settings) {
     return std::make_shared<WindowsPlatform>(std::move(settings));
 }
 

@@ -9,13 +9,13 @@
 
 namespace kiv {
 
-std::unique_ptr<Host> makeWindowsHost(const PlatformSettings& settings);
-std::unique_ptr<FileSystem> makeWindowsFileSystem(const PlatformSettings& settings);
-std::unique_ptr<FileTable> makeWindowsFileTable(const PlatformSettings& settings);
-std::unique_ptr<ProfileFiles> makeWindowsProfileFiles(const PlatformSettings& settings);
-std::unique_ptr<RegistryStore> makeWindowsRegistryStore(const PlatformSettings& settings);
-std::unique_ptr<WindowSystem> makeWindowsWindowSystem(const PlatformSettings& settings);
-std::unique_ptr<Machine> makeWindowsMachine(const PlatformSettings& settings);
+std::unique_ptr<Host> MakeWindowsHost(const PlatformSettings& settings);
+std::unique_ptr<FileSystem> MakeWindowsFileSystem(const PlatformSettings& settings);
+std::unique_ptr<FileTable> MakeWindowsFileTable(const PlatformSettings& settings);
+std::unique_ptr<ProfileFiles> MakeWindowsProfileFiles(const PlatformSettings& settings);
+std::unique_ptr<RegistryStore> MakeWindowsRegistryStore(const PlatformSettings& settings);
+std::unique_ptr<WindowSystem> MakeWindowsWindowSystem(const PlatformSettings& settings);
+std::unique_ptr<Machine> MakeWindowsMachine(const PlatformSettings& settings);
 
 class WindowsPlatform final : public Platform {
 public:

@@ -38,7 +38,7 @@ public:
 
 }  // namespace
 
-std::unique_ptr<ProfileFiles> makeWindowsProfileFiles(const PlatformSettings&) {
+std::unique_ptr<ProfileFiles> MakeWindowsProfileFiles(const PlatformSettings&) {
     return std::make_unique<WindowsProfileFiles>();
 }
 

@@ -82,7 +82,7 @@ public:
 
 }  // namespace
 
-std::unique_ptr<RegistryStore> makeWindowsRegistryStore(const PlatformSettings&) {
+std::unique_ptr<RegistryStore> MakeWindowsRegistryStore(const PlatformSettings&) {
     return std::make_unique<WindowsRegistryStore>();
 }
 

@@ -128,7 +128,7 @@ public:
 
 }  // namespace
 
-std::unique_ptr<WindowSystem> makeWindowsWindowSystem(const PlatformSettings&) {
+std::unique_ptr<WindowSystem> MakeWindowsWindowSystem(const PlatformSettings&) {
     return std::make_unique<WindowsWindowSystem>();
 }
 
