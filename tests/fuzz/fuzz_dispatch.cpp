@@ -182,7 +182,8 @@ void Call(FuzzedDataProvider& in) {
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-    sandbox = new fuzz::Sandbox();
+    static fuzz::Sandbox box;  // emptied and removed at exit
+    sandbox = &box;
     return 0;
 }
 

@@ -33,7 +33,8 @@ String PathFrom(FuzzedDataProvider& in) {
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-    sandbox = new fuzz::Sandbox();
+    static fuzz::Sandbox box;  // emptied and removed at exit
+    sandbox = &box;
     static const PlatformSettings settings = sandbox->settings();  // the file system keeps a reference
     files = makePosixFileSystem(settings);
     return 0;

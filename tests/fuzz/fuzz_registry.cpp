@@ -104,7 +104,8 @@ void Run(FuzzedDataProvider& in, RegistryStore& store) {
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-    sandbox = new fuzz::Sandbox();
+    static fuzz::Sandbox box;  // emptied and removed at exit
+    sandbox = &box;
     return 0;
 }
 

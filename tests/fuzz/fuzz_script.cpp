@@ -16,7 +16,8 @@ fuzz::Sandbox* sandbox = nullptr;
 }
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-    sandbox = new fuzz::Sandbox();
+    static fuzz::Sandbox box;  // emptied and removed at exit
+    sandbox = &box;
     return 0;
 }
 
