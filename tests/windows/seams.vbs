@@ -115,6 +115,13 @@ Check "bits", k.GetWindowsBit(), 64
 Dim re : Set re = New RegExp
 re.Pattern = "^Windows( [0-9.]+| Server| XP| Vista)* [0-9]+\.[0-9]+\.[0-9]+( .+)?$"
 Check "version " & k.GetWindowsVer(), re.Test(k.GetWindowsVer()), True
+' The system's own folders and names, as Windows reports them.
+Check "windows folder", k.GetSysDir(0), fso.GetSpecialFolder(0) & "\"
+Check "system folder", k.GetSysDir(3), fso.GetSpecialFolder(1) & "\"
+Check "temp folder", LCase(k.GetSysDir(2)), LCase(fso.GetSpecialFolder(2) & "\")
+Check "unknown folder", k.GetSysDir(99), ""
+Check "computer name", k.GetPCName(), UCase(sh.ExpandEnvironmentStrings("%COMPUTERNAME%"))
+Check "user name", LCase(k.GetWinUserName()), LCase(sh.ExpandEnvironmentStrings("%USERNAME%"))
 
 If fails = 0 Then WScript.Echo "SEAMS-OK"
 WScript.Quit fails
