@@ -1,5 +1,6 @@
 #include "vbscript.hpp"
 
+#include <cctype>
 #include <charconv>
 #include <set>
 #include <stdexcept>
@@ -32,7 +33,12 @@ Dim DecSep : DecSep = Mid(CStr(1.5), 2, 1)
 Dim JS : Set JS = CreateObject("MSScriptControl.ScriptControl")
 JS.Language = "JScript"
 JS.AddCode "function W(n) { return String.fromCharCode(n < 0 ? n + 65536 : n); }" & _
-    " function Codes(s) { var a = []; for (var i = 0; i < s.length; i++) a.push(s.charCodeAt(i)); return a.join(','); }"
+    " function Codes(s) { var a = []; for (var i = 0; i < s.length; i++) a.push(s.charCodeAt(i)); return a.join(','); }" & _
+    " var cp = [0x20AC,0x81,0x201A,0x192,0x201E,0x2026,0x2020,0x2021,0x2C6,0x2030,0x160,0x2039,0x152,0x8D,0x17D,0x8F," & _
+    "0x90,0x2018,0x2019,0x201C,0x201D,0x2022,0x2013,0x2014,0x2DC,0x2122,0x161,0x203A,0x153,0x9D,0x17E,0x178];" & _
+    " function Utf8(s) { var b = ''; for (var i = 0; i < s.length; i++) { var c = s.charCodeAt(i), j;" & _
+    " if (c > 255) for (j = 0; j < 32; j++) if (cp[j] == c) c = 0x80 + j; b += String.fromCharCode(c); }" & _
+    " try { return decodeURIComponent(escape(b)); } catch (e) { return s; } }"
 Dim JSC : Set JSC = JS.CodeObject
 Function W(n)
     W = JSC.W(n)
@@ -257,7 +263,8 @@ Sub TakeMessages()
     Dim size, text, parts, i, p
     size = LogSize()
     If size <= LogSeen Then Exit Sub
-    text = Mid(FSO.OpenTextFile(LogPath, 1).ReadAll(), LogSeen + 1)
+    ' The log is UTF-8; the file object reads it one byte per character.
+    text = JSC.Utf8(Mid(FSO.OpenTextFile(LogPath, 1).ReadAll(), LogSeen + 1))
     LogSeen = size
     If Right(text, 2) = vbCrLf Then text = Left(text, Len(text) - 2)
     parts = Split2(text, vbCrLf & "[")
@@ -460,6 +467,17 @@ public:
 
     const std::set<std::string>& variables() const { return variables_; }
 
+    // One class per host type: every member name the file uses, as a field.
+    std::string hostClasses() const {
+        std::string out;
+        for (const std::string& t : hostTypes_) {
+            out += "Class " + t + "\n";
+            for (const std::string& m : members_) out += "    Public " + m + "\n";
+            out += "End Class\nFunction Make_" + t + "()\n    Set Make_" + t + " = New " + t + "\nEnd Function\n";
+        }
+        return out;
+    }
+
 private:
     std::string var(const std::string& name) {
         const std::string lower = Lower(name);
@@ -474,12 +492,23 @@ private:
         const std::string lower = Lower(name);
         if (IsRuntimeService(lower)) throw Untranslatable(name + " is a runtime service of kiv, not a member of the DLL");
         if (FindBuiltin(name) != nullptr) return builtin(name);
-        if (FindMember(name) != nullptr) return "K." + name;
-        throw Untranslatable("no member named " + name);
+        return "K." + name;  // a name the DLL does not know gives its own error
     }
 
-    std::string builtin(const std::string& name) {
+    std::string builtin(const std::string& name, const std::vector<Argument>* list = nullptr) {
         const std::string lower = Lower(name);
+        // A host's form or control: a script class with the members the file uses.
+        if (lower == "hostobject" && list != nullptr && list->size() == 1 && (*list)[0].value &&
+            (*list)[0].value->kind == Expr::Kind::Literal && (*list)[0].value->value.isString()) {
+            const std::string type = ToUtf8(*(*list)[0].value->value.as<String>());
+            const std::string l = Lower(type);
+            const bool identifier = !type.empty() && std::isalpha(static_cast<unsigned char>(type[0])) &&
+                                    type.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_") == std::string::npos;
+            if (identifier && l != "listbox" && l != "combobox") {
+                hostTypes_.insert(type);
+                return "Make_" + type;
+            }
+        }
         if (lower == "hostobject" || lower == "hostwindow")
             throw Untranslatable(name + " is a host object of the kiv driver; a VBScript host has its own forms");
         if (lower == "freefile" || lower == "eof" || lower == "lof")
@@ -525,8 +554,11 @@ private:
                 if (const Constant* c = FindConstant(e.name)) return "CLng(" + std::to_string(c->value) + ")";
                 if (IsRuntimeService(Lower(e.name)) || FindBuiltin(e.name) || FindMember(e.name)) return callee(e.name);
                 return var(e.name);  // an undefined variable reads as Empty
-            case Expr::Kind::Call: return callee(e.name) + "(" + args(e.args) + ")";
+            case Expr::Kind::Call:
+                if (!isVar(e.name) && Lower(e.name) == "hostobject") return builtin(e.name, &e.args) + "()";
+                return callee(e.name) + "(" + args(e.args) + ")";
             case Expr::Kind::Member: {
+                members_.insert(Lower(e.name));
                 std::string out = expr(*e.object) + "." + e.name;
                 if (e.parens) out += "(" + args(e.args) + ")";
                 else if (!e.args.empty()) throw Untranslatable("member arguments without parentheses");
@@ -550,6 +582,7 @@ private:
             return set + var(target.name) + " = " + v;
         }
         if (target.kind == Expr::Kind::Call) return set + var(target.name) + "(" + args(target.args) + ") = " + v;
+        members_.insert(Lower(target.name));
         std::string t = expr(*target.object) + "." + target.name;
         if (!target.args.empty()) t += "(" + args(target.args) + ")";
         return set + t + " = " + v;
@@ -572,6 +605,8 @@ private:
 
     std::set<std::string> variables_;
     std::set<std::string> tainted_;
+    std::set<std::string> hostTypes_;
+    std::set<std::string> members_;
 };
 
 // Host events that the DLL performs for real on Windows, with nothing to read back.
@@ -619,7 +654,7 @@ std::string ToVbScript(const Script& script) {
     }
     std::string globals;
     for (const std::string& v : t.variables()) globals += "Dim v_" + v + "\n";
-    return std::string(kPrelude) + globals + body + "On Error GoTo 0\nWScript.Echo \"VBSCONF-OK \" & Cases\nWScript.Quit 0\n";
+    return std::string(kPrelude) + globals + t.hostClasses() + body + "On Error GoTo 0\nWScript.Echo \"VBSCONF-OK \" & Cases\nWScript.Quit 0\n";
 }
 
 }  // namespace kiv::script
