@@ -14,15 +14,19 @@ if ! command -v wine >/dev/null || [ ! -f "$dll" ] || [ ! -x "$kiv" ]; then
   echo "skipped: needs wine, $kiv and $dll (./dev windows)"; exit 77
 fi
 work=$(mktemp -d)
-# Italian, as the hosts of the component: numbers and dates that VBScript
-# itself turns into text (concatenation) come out as the component's do.
-export WINEPREFIX=$work/pfx WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=" LC_ALL=it_IT.UTF-8
-unset DISPLAY
+export WINEPREFIX=$work/pfx WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=" LANG=C
+unset DISPLAY LC_ALL
 cleanup() { wineserver -k 2>/dev/null; rm -rf "$work"; }
 trap cleanup EXIT
 fail() { echo "FAIL: $*"; exit 1; }
 
 wineboot -i >/dev/null 2>&1 || fail "wineboot"
+# Italian formats with English messages, as the component's own texts: what
+# VBScript itself turns into text (concatenation) comes out as kiv's does.
+for setting in sDecimal=, sThousand=. sShortDate=dd/MM/yyyy sTimeFormat=HH:mm:ss; do
+  wine reg add 'HKCU\Control Panel\International' /v "${setting%%=*}" /d "${setting#*=}" /f >/dev/null 2>&1 ||
+    fail "locale setting $setting"
+done
 cp "$dll" "$work/DLLKiv.dll"
 cd "$work"
 wine regsvr32 /s DLLKiv.dll || fail "regsvr32 exit $?"
@@ -51,7 +55,7 @@ for file in "${files[@]}"; do
             if [ -n "${listed[$key]:-}" ]; then echo "FAIL: $key passes but is listed in $(basename "$known")"; status=1; fi ;;
       DIFF|SKIP)
             [ "$verdict" = DIFF ] && d=$((d + 1)) || s=$((s + 1))
-            if [ -z "${listed[$key]:-}" ]; then echo "FAIL: $line"; status=1; fi ;;
+            if [ -z "${listed[$key]:-}" ]; then echo "FAIL: $name.kiv:$number $verdict $rest"; status=1; fi ;;
       *) continue ;;
     esac
     seen[$key]=1

@@ -329,8 +329,12 @@ Sub Finish(number, description)
     Dim msgs, i, ok, mine
     mine = Got : Got = Array()
     TakeMessages
-    For i = 0 To UBound(mine) : Add mine(i) : Next
-    If number <> 0 Then Add "Error " & number & ": " & description
+    ' A failed statement prints only its error (Wine resumes inside the statement).
+    If number <> 0 Then
+        Add "Error " & number & ": " & description
+    Else
+        For i = 0 To UBound(mine) : Add mine(i) : Next
+    End If
     If UBound(Got) < 0 And UBound(CaseWant) < 0 Then Exit Sub
     Cases = Cases + 1
     ok = UBound(Got) = UBound(CaseWant)
