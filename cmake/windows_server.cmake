@@ -43,6 +43,14 @@ set_target_properties(DLLKiv PROPERTIES PREFIX "" OUTPUT_NAME DLLKiv)
 target_include_directories(DLLKiv PRIVATE ${CMAKE_BINARY_DIR})
 target_compile_definitions(DLLKiv PRIVATE UNICODE _UNICODE)
 target_compile_options(DLLKiv PRIVATE -Wno-restrict)
-target_link_libraries(DLLKiv PRIVATE kivcore oleaut32 ole32 uuid advapi32 user32 shell32)
+target_link_libraries(DLLKiv PRIVATE kivcore oleaut32 ole32 uuid advapi32 user32 gdi32 shell32)
 # Nothing beside system DLLs: the C++ runtime and winpthread go inside.
 target_link_options(DLLKiv PRIVATE -static -static-libgcc -static-libstdc++)
+
+# A C++ automation client of the registered DLL, run under Wine by the tests
+# (named arguments, typed by-reference arguments, the exception record) and
+# as the IDispatch benchmark.
+add_executable(dispatch_client tests/windows/dispatch_client.cpp)
+target_compile_definitions(dispatch_client PRIVATE UNICODE _UNICODE)
+target_link_libraries(dispatch_client PRIVATE oleaut32 ole32 uuid user32 gdi32)
+target_link_options(dispatch_client PRIVATE -static -static-libgcc -static-libstdc++)

@@ -304,9 +304,11 @@ std::vector<Member> BuildTable() {
         Method<&C::FixBarPth>("FixBarPth", "Adds a final backslash to a path that lacks one.", ByRef("T_Pth")),
         Method<&C::FilExist>("FilExist", "Whether a normal file matches F (an empty one too unless AncheVuoto).",
                              ByVal("F"), OptRef("AncheVuoto", kFalse)),
-        Method<&C::GetStrFile>("GetStrFile", "Nc bytes of binary file Nf from St (reversed with Rev); St moves on.",
+        Method<&C::GetStrFile>("GetStrFile", "Nc bytes of binary file Nf from St (reversed with Rev); St moves on. On Windows the host's "
+                               "file numbers are out of the DLL's reach: a host reads with Get #, any Nf gives 52.",
                                ByRef("Nf"), ByRef("St"), ByRef("Nc"), OptRef("Rev", kFalse)),
-        Method<&C::AppeFile>("AppeFile", "Joins F1 and F2 line by line into F_Out; closes every open file.",
+        Method<&C::AppeFile>("AppeFile", "Joins F1 and F2 line by line into F_Out; closes every file the component has open "
+                             "(on Windows its own, not the host's).",
                              ByRef("F1"), ByRef("F2"), ByRef("F_Out"), OptRef("B_Appe", kFalse)),
         Method<&C::CreateFolder>("CreateFolder", "Makes one folder level; always True.", ByRef("Pth")),
         Method<&C::Is_PathWritable>("Is_PathWritable", "Whether a file can be made in the folder.", ByRef("FullPth")),
@@ -394,7 +396,8 @@ std::vector<Member> BuildTable() {
                                    ByRef("Myfrm"), ByRef("SetOnTop")),
         Method<&C::TimerProc>("TimerProc", "Timer callback: stops the timer; timer &H5000 confirms the pending dialog box.",
                               ByVal("hWnd"), ByVal("uMsg"), ByVal("idEvent"), ByVal("dwTime")),
-        Method<&C::ejec>("ejec", "Ejects the page: a form feed printed to the open file number Nf.", ByRef("Nf")),
+        Method<&C::ejec>("ejec", "Ejects the page: a form feed printed to the open file number Nf. On Windows "
+                         "a host prints Chr(12) itself: its file numbers are out of the DLL's reach (52).", ByRef("Nf")),
     };
 }
 

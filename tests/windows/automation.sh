@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # The 64-bit DLLKiv.dll under Wine: registered in a throwaway prefix, driven
-# by VBScript, unregistered. Exit 77 (skipped) when Wine or the DLL is absent.
-#   automation.sh DLL SCRIPT...
+# by VBScript and by C++ clients (*.exe), unregistered. Exit 77 (skipped)
+# when Wine or the DLL is absent.
+#   automation.sh DLL SCRIPT|CLIENT.exe...
 set -uo pipefail
 dll=$(realpath -m "$1"); shift
 scripts=(); for s in "$@"; do scripts+=("$(realpath -m "$s")"); done
@@ -16,6 +17,9 @@ trap cleanup EXIT
 fail() { echo "FAIL: $*"; exit 1; }
 
 wineboot -i >/dev/null 2>&1 || fail "wineboot"
+# Windows without a screen: the null display driver (no X here).
+wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f >/dev/null 2>&1 || fail "null display driver"
+wineserver -w  # the desktop started by wineboot takes the driver only when started again
 cp "$dll" "$work/DLLKiv.dll"
 cd "$work"
 wine regsvr32 /s DLLKiv.dll || fail "regsvr32 exit $?"
@@ -25,11 +29,13 @@ done
 
 status=0
 for script in "${scripts[@]}"; do
-  name=$(basename "$script" .vbs)
-  cp "$script" "$work/$name.vbs"
+  name=$(basename "$script")
+  cp "$script" "$work/$name"
   # Messages go to a file instead of the screen; the clock is pinned.
   rm -f "$work/msgbox.log"
-  out=$(KIV_MSGBOX_LOG="Z:${work//\//\\}\\msgbox.log" KIV_NOW="2026-03-15 14:05:09" wine cscript //nologo "$name.vbs" 2>&1 | tr -d '\r')
+  run=(wine cscript //nologo "$name")
+  [[ $name == *.exe ]] && run=(wine "$name")
+  out=$(KIV_MSGBOX_LOG="Z:${work//\//\\}\\msgbox.log" KIV_NOW="2026-03-15 14:05:09" "${run[@]}" 2>&1 | tr -d '\r')
   sentinel=$(grep -c '^[A-Z]*-OK$' <<<"$out")
   if grep -q '^FAIL' <<<"$out" || [ "$sentinel" -ne 1 ]; then
     echo "$out"; echo "FAIL: $name (no sentinel or failed checks)"; status=1

@@ -13,7 +13,7 @@ dump=$("$triple-objdump" -p "$dll")
 for entry in DllGetClassObject DllCanUnloadNow DllRegisterServer DllUnregisterServer; do
   grep -Eq "\] +$entry\$" <<<"$dump" || { echo "FAIL: $entry not exported"; status=1; }
 done
-system='^(ADVAPI32|KERNEL32|msvcrt|OLEAUT32|ole32|SHELL32|USER32)\.dll$'
+system='^(ADVAPI32|GDI32|KERNEL32|msvcrt|OLEAUT32|ole32|SHELL32|USER32)\.dll$'
 for imported in $(echo "$dump" | sed -n 's/^\tDLL Name: //p'); do
   grep -Eiq "$system" <<<"$imported" || { echo "FAIL: imports $imported"; status=1; }
 done

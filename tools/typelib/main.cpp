@@ -2,6 +2,8 @@
 // IDL from the dispatch tables (classes, members, parameters, enumerations,
 // records), so the library that early-bound hosts read cannot differ from
 // what IDispatch answers. widl compiles the output; the DLL embeds it.
+#include <algorithm>
+#include <charconv>
 #include <cstdio>
 #include <exception>
 #include <string>
@@ -57,16 +59,49 @@ std::string RecordFieldType(std::string_view typeName) {
     throw std::logic_error("no IDL type for a field of type " + std::string(typeName));
 }
 
-// widl reads no fraction in a default value: whole numbers only.
+// A number as the help writes it (floating-point defaults never reach
+// widl): the shortest text that reads back the same.
 std::string Number(double value) {
-    if (value != static_cast<double>(static_cast<long long>(value)))
-        throw std::logic_error("a default value with a fraction cannot be written to the type library");
-    return std::to_string(static_cast<long long>(value));
+    char text[32];
+    const auto end = std::to_chars(text, text + sizeof text, value).ptr;
+    return std::string(text, end);
+}
+
+// widl drops a line end inside a string and keeps "\r" as two characters,
+// and writes no default of a floating-point parameter: such a default cannot
+// be in the library.
+bool WidlCanWrite(const ParamSpec& p) {
+    if (p.type == VarType::Double || p.type == VarType::Single || p.type == VarType::Date) return false;
+    const String* s = p.defaultValue.as<String>();
+    return s == nullptr || std::none_of(s->begin(), s->end(), [](char16_t c) { return c < 0x20; });
+}
+
+// A text as a script writes it: quoted runs, control characters as vbCrLf
+// or Chr(n), joined by "&".
+std::string ScriptText(const String& text) {
+    std::string out, run;
+    auto add = [&](const std::string& piece) { out += (out.empty() ? "" : " & ") + piece; };
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] >= 0x20) {
+            run += ToUtf8(text.substr(i, 1));
+            continue;
+        }
+        if (!run.empty()) add(Quoted(run));
+        run.clear();
+        if (text[i] == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n') {
+            add("vbCrLf");
+            ++i;
+        } else {
+            add("Chr(" + std::to_string(static_cast<int>(text[i])) + ")");
+        }
+    }
+    if (!run.empty() || out.empty()) add(Quoted(run));
+    return out;
 }
 
 // The default value as IDL writes it; empty when the type has none to show.
 std::string DefaultValue(const Variant& v) {
-    if (const String* s = v.as<String>()) return Quoted(ToUtf8(*s));
+    if (const String* s = v.as<String>()) return ScriptText(*s);
     if (const Boolean* b = v.as<Boolean>()) return *b ? "-1" : "0";
     if (const Integer* i = v.as<Integer>()) return std::to_string(*i);
     if (const Long* l = v.as<Long>()) return std::to_string(*l);
@@ -80,11 +115,15 @@ std::string DefaultValue(const Variant& v) {
 std::string Parameter(const ParamSpec& p) {
     const bool byRef = p.passing == Passing::ByRef;
     std::string attrs = byRef ? "in, out" : "in";
-    // widl writes no default for a by-reference parameter: the member's help
-    // names those instead.
-    const std::string deflt = p.optional && !byRef ? DefaultValue(p.defaultValue) : "";
+    // widl writes no default for a by-reference parameter, nor one it
+    // cannot hold: the member's help names those instead, and the latter is
+    // an optional Variant, which arrives as missing when left out, so the
+    // server applies the default.
+    const bool inLibrary = WidlCanWrite(p);
+    const std::string deflt = p.optional && !byRef && inLibrary ? DefaultValue(p.defaultValue) : "";
     if (p.optional) attrs += deflt.empty() ? ", optional" : ", optional, defaultvalue(" + deflt + ")";
-    return "[" + attrs + "] " + IdlType(p.type, p.typeName) + (byRef ? "* " : " ") + p.name;
+    const std::string type = p.optional && !byRef && !inLibrary ? "VARIANT" : IdlType(p.type, p.typeName);
+    return "[" + attrs + "] " + type + (byRef ? "* " : " ") + p.name;
 }
 
 void PrintMember(const Member& m) {
@@ -92,7 +131,8 @@ void PrintMember(const Member& m) {
     if (m.hidden) attrs += ", hidden";
     std::string help = m.help, defaults;
     for (const ParamSpec& p : m.params) {
-        const std::string value = p.optional && p.passing == Passing::ByRef ? DefaultValue(p.defaultValue) : "";
+        const bool named = p.optional && (p.passing == Passing::ByRef || !WidlCanWrite(p));
+        const std::string value = named ? DefaultValue(p.defaultValue) : "";
         if (!value.empty()) defaults += (defaults.empty() ? "" : ", ") + p.name + " = " + value;
     }
     if (!defaults.empty()) help += " Defaults: " + defaults + ".";

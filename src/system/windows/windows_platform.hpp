@@ -1,6 +1,6 @@
-// The platform on Windows: the host's own message boxes, beep and clock, the
-// Win32 file system with paths as they stand. The registry, INI, window and
-// machine seams join as their operations define them.
+// The platform on Windows: each seam as thin as the system allows, over its
+// own calls (user32, kernel32's files and private profiles, advapi32's
+// registry, ntdll's version), paths as they stand.
 #pragma once
 
 #include <memory>
@@ -11,6 +11,11 @@ namespace kiv {
 
 std::unique_ptr<Host> makeWindowsHost(const PlatformSettings& settings);
 std::unique_ptr<FileSystem> makeWindowsFileSystem(const PlatformSettings& settings);
+std::unique_ptr<FileTable> makeWindowsFileTable(const PlatformSettings& settings);
+std::unique_ptr<ProfileFiles> makeWindowsProfileFiles(const PlatformSettings& settings);
+std::unique_ptr<RegistryStore> makeWindowsRegistryStore(const PlatformSettings& settings);
+std::unique_ptr<WindowSystem> makeWindowsWindowSystem(const PlatformSettings& settings);
+std::unique_ptr<Machine> makeWindowsMachine(const PlatformSettings& settings);
 
 class WindowsPlatform final : public Platform {
 public:
