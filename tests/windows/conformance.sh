@@ -21,12 +21,15 @@ trap cleanup EXIT
 fail() { echo "FAIL: $*"; exit 1; }
 
 wineboot -i >/dev/null 2>&1 || fail "wineboot"
+# Windows without a screen: the null display driver (no X here).
+wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f >/dev/null 2>&1 || fail "null display driver"
 # Italian formats with English messages, as the component's own texts: what
 # VBScript itself turns into text (concatenation) comes out as kiv's does.
 for setting in sDecimal=, sThousand=. sShortDate=dd/MM/yyyy sTimeFormat=HH:mm:ss; do
   wine reg add 'HKCU\Control Panel\International' /v "${setting%%=*}" /d "${setting#*=}" /f >/dev/null 2>&1 ||
     fail "locale setting $setting"
 done
+wineserver -w  # the desktop started by wineboot takes the settings when started again
 cp "$dll" "$work/DLLKiv.dll"
 cd "$work"
 wine regsvr32 /s DLLKiv.dll || fail "regsvr32 exit $?"

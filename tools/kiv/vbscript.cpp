@@ -33,6 +33,8 @@ Dim DecSep : DecSep = Mid(CStr(1.5), 2, 1)
 Dim JS : Set JS = CreateObject("MSScriptControl.ScriptControl")
 JS.Language = "JScript"
 JS.AddCode "function W(n) { return String.fromCharCode(n < 0 ? n + 65536 : n); }" & _
+    " function Prec(v, p) { return v.toPrecision(p); } function Val(s) { return parseFloat(s); }" & _
+    " function Short(v, n) { for (var p = 1; p <= n; p++) { var s = v.toPrecision(p); if (parseFloat(s) === v) return s; } return ''; }" & _
     " function Codes(s) { var a = []; for (var i = 0; i < s.length; i++) a.push(s.charCodeAt(i)); return a.join(','); }" & _
     " var cp = [0x20AC,0x81,0x201A,0x192,0x201E,0x2026,0x2020,0x2021,0x2C6,0x2030,0x160,0x2039,0x152,0x8D,0x17D,0x8F," & _
     "0x90,0x2018,0x2019,0x201C,0x201D,0x2022,0x2013,0x2014,0x2DC,0x2122,0x161,0x203A,0x153,0x9D,0x17E,0x178];" & _
@@ -127,62 +129,29 @@ Function Layout(neg, digits, ex)
     If neg Then Layout = "-" & Layout
 End Function
 
-Function Same(text, v, isSingle)
-    Dim t : t = Replace(text, ".", DecSep)
-    If isSingle Then Same = (CSng(t) = v) Else Same = (CDbl(t) = v)
-End Function
-
-' The shortest digits that read back to v: the runtime's own text first, then
-' one and two digits more, taken from the middle of the candidates that work.
+' The shortest digits that read back to v. Wine's VBScript reads numbers by
+' the user's separators, so JScript's toPrecision and parseFloat do it; their
+' 16th and 17th digits are not exact under Wine, so whole numbers up to 2^53
+' are spelled by arithmetic and the rest is listed where it differs.
 Function NumText(v, isSingle)
-    Dim neg, digits, ex, text, extra, k, base, lo, hi, cand, found
-    text = Replace(CStr(v), DecSep, ".")
-    SplitNum text, neg, digits, ex
-    If Not Same(text, v, isSingle) Then
-        For extra = 1 To 2
-            If isSingle Then base = 7 Else base = 15
-            digits = Left(digits & String(base, "0"), base)
-            found = False
-            For k = -5 * 10 ^ (extra - 1) To 5 * 10 ^ (extra - 1) - 1
-                cand = Shifted(digits, extra, k)
-                If Same(IIfNeg(neg) & "0." & cand & "E" & (ex + 1), v, isSingle) Then
-                    If Not found Then lo = k
-                    hi = k : found = True
-                End If
-            Next
-            If found Then
-                cand = Shifted(digits, extra, Int((lo + hi) / 2))
-                SplitNum IIfNeg(neg) & "0." & cand & "E" & (ex + 1), neg, digits, ex
-                Exit For
-            End If
+    Dim neg, digits, ex, text, p, hi
+    text = ""
+    If isSingle Then
+        For p = 1 To 9
+            text = JSC.Prec(CDbl(v), p)
+            If CSng(JSC.Val(text)) = v Then Exit For
         Next
+    Else
+        text = JSC.Short(v, 16)
+        If text = "" And v = Int(v) And Abs(v) < 9007199254740992 Then
+            hi = Int(Abs(v) / 100000000)
+            text = CStr(hi) & Right("0000000" & CStr(Abs(v) - hi * 100000000), 8)
+            If v < 0 Then text = "-" & text
+        End If
+        If text = "" Then text = JSC.Prec(v, 17)
     End If
+    SplitNum text, neg, digits, ex
     NumText = Layout(neg, digits, ex)
-End Function
-
-Function IIfNeg(neg)
-    If neg Then IIfNeg = "-" Else IIfNeg = ""
-End Function
-
-' digits followed by `extra` more, shifted by k units of the last place.
-Function Shifted(digits, extra, k)
-    Dim tail, head, i, d, borrow
-    tail = k : head = digits
-    If tail < 0 Then
-        tail = tail + 10 ^ extra
-        ' head minus one, as text (leading zero kept: the exponent stays)
-        i = Len(head) : borrow = True
-        Do While borrow And i > 0
-            d = CInt(Mid(head, i, 1))
-            If d = 0 Then
-                head = Left(head, i - 1) & "9" & Mid(head, i + 1)
-            Else
-                head = Left(head, i - 1) & CStr(d - 1) & Mid(head, i + 1) : borrow = False
-            End If
-            i = i - 1
-        Loop
-    End If
-    Shifted = "0" & head & Right(String(extra, "0") & tail, extra)
 End Function
 
 Function CurText(v)
