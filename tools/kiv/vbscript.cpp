@@ -167,6 +167,7 @@ Function Dims(a)
         If Err.Number <> 0 Then Exit Do
         n = n + 1
     Loop
+    Err.Clear  ' Wine keeps the error past the function's end otherwise
     Dims = n
 End Function
 
@@ -385,7 +386,14 @@ std::string Literal(const Variant& v) {
         case VarType::Long: return "CLng(" + std::to_string(*v.as<Long>()) + ")";
         case VarType::Single: return "CSng(" + Shortest(*v.as<Single>()) + ")";
         case VarType::Double: return "CDbl(" + Shortest(*v.as<Double>()) + ")";
-        case VarType::Currency: return "CCur(" + Shortest(v.as<Currency>()->toDouble()) + ")";
+        case VarType::Currency: {
+            // Whole part and fraction apart: a Double cannot carry 19 digits.
+            const std::int64_t scaled = v.as<Currency>()->scaled;
+            const bool negative = scaled < 0;
+            const std::uint64_t m = negative ? 0 - static_cast<std::uint64_t>(scaled) : static_cast<std::uint64_t>(scaled);
+            return std::string(negative ? "(-CCur(" : "(CCur(") + std::to_string(m / 10000) + (negative ? ") - CCur(" : ") + CCur(") +
+                   std::to_string(m % 10000) + ") * CCur(0.0001))";
+        }
         case VarType::Boolean: return *v.as<Boolean>() ? "True" : "False";
         case VarType::String: return VbText(*v.as<String>());
         case VarType::Object:
