@@ -29,7 +29,7 @@ expect() {
     fi
 }
 
-expect "check eval help list run" ""
+expect "check eval help list run vbs" ""
 expect "check" "ch"
 expect "--drive --drive-c" "--dr"
 expect "--version" "--v"
@@ -42,5 +42,5 @@ expect "$scratch/regdir" "--registry" "$scratch/reg"
 expect "$scratch/regdir" "--registry" "=" "$scratch/reg"
 expect "$scratch/regdir $scratch/regfile" "check" "$scratch/reg"
 # A valued option's argument is not the command.
-expect "check eval help list run" "--drive-c" "help" ""
+expect "check eval help list run vbs" "--drive-c" "help" ""
 exit $((failures > 0))

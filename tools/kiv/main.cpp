@@ -25,6 +25,7 @@
 #include "interpreter.hpp"
 #include "reference.hpp"
 #include "runner.hpp"
+#include "vbscript.hpp"
 
 using namespace kiv;
 using namespace kiv::script;
@@ -42,6 +43,7 @@ void Usage(std::FILE* to) {
         "  run FILE...       execute each line of the scripts (- is standard input)\n"
         "  eval 'LINE'...    execute each argument as one line; a bare expression is printed\n"
         "  check FILE...     run conformance files: each printing line against the \"'=> \" lines after it\n"
+        "  vbs FILE          a conformance file as a VBScript that drives DLLKiv.dll (Windows tests)\n"
         "  list [WORD]       the operations of the interface and the built-in functions\n"
         "                    (those whose name contains WORD)\n"
         "  help NAME         the signature and purpose of an operation or built-in function;\n"
@@ -152,6 +154,13 @@ int Check(const std::vector<std::string>& files, Output& out) {
     }
     std::cout << total.passed << " passed, " << total.failed << " failed\n";
     return total.failed == 0 ? 0 : 1;
+}
+
+int Vbs(const std::string& file) {
+    std::vector<Script> scripts;
+    if (!LoadScripts({file}, Mode::Check, scripts)) return kParseFailure;
+    std::cout << ToVbScript(scripts[0]);
+    return 0;
 }
 
 // Cl_KIV's members by name alone; those of the other classes as Class.Member.
@@ -468,6 +477,7 @@ int main(int argc, char** argv) {
     if (command == "run" && !rest.empty()) return Run(rest, out, cl.run);
     if (command == "eval") return Eval(rest, out, cl.run);
     if (command == "check" && !rest.empty()) return Check(rest, out);
+    if (command == "vbs" && rest.size() == 1) return Vbs(rest[0]);
     if (command == "list" && rest.size() <= 1) return List(rest.empty() ? "" : rest[0]);
     if (command == "help" && rest.size() == 1) return Help(rest[0]);
     if (command == "help" && rest.empty()) {
