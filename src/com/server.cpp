@@ -120,12 +120,12 @@ GUID ParseGuid(std::string_view t) {
         return v;
     };
     GUID g{};
-    g.Data1 = static_cast<unsigned long>(Hex(0, 8));
-    g.Data2 = static_cast<unsigned short>(Hex(9, 4));
-    g.Data3 = static_cast<unsigned short>(Hex(14, 4));
-    g.Data4[0] = static_cast<unsigned char>(Hex(19, 2));
-    g.Data4[1] = static_cast<unsigned char>(Hex(21, 2));
-    for (std::size_t i = 0; i < 6; ++i) g.Data4[2 + i] = static_cast<unsigned char>(Hex(24 + 2 * i, 2));
+    g.Data1 = static_cast<unsigned long>(hex(0, 8));
+    g.Data2 = static_cast<unsigned short>(hex(9, 4));
+    g.Data3 = static_cast<unsigned short>(hex(14, 4));
+    g.Data4[0] = static_cast<unsigned char>(hex(19, 2));
+    g.Data4[1] = static_cast<unsigned char>(hex(21, 2));
+    for (std::size_t i = 0; i < 6; ++i) g.Data4[2 + i] = static_cast<unsigned char>(hex(24 + 2 * i, 2));
     return g;
 }
 
