@@ -160,9 +160,10 @@ std::vector<Member> BuildTable() {
                            ByVal("Lun", "the width of the result"),
                            ByVal("Dec", "the number of decimals kept as digits")),
         Method<&C::FmtTag>("FmtTag", "Formats a numeric text by a format tag such as \"N2\".",
-                           ByRef("Txt", "the numeric text to format"), ByRef("Lun", "the width of the result"),
+                           ByRef("Txt", "the numeric text to format"),
+                           ByRef("Lun", "the width of the result; below 1 it is set to 8"),
                            ByRef("Tag", "the format tag, such as \"N2\""),
-                           OptRef("Trimmed", kFalse, "True returns the result without padding")),
+                           OptRef("Trimmed", kFalse, "True trims the result")),
         Method<&C::FmtZero>("FmtZero", "The zero of a format tag (\"N2\" gives \"0,00\").",
                             ByRef("T_Tag", "the format tag, such as \"N2\"")),
         Method<&C::Perc2Str>("Perc2Str",
@@ -183,7 +184,7 @@ std::vector<Member> BuildTable() {
         Method<&C::ToBoolean>("ToBoolean", "A number or a word such as \"SI\" or \"VERO\" as a Boolean.",
                               ByRef("T_Val", "the number or word to convert")),
         Method<&C::Ceil>("Ceil", "The smallest whole number not below N.", ByRef("N", "the number to round up")),
-        Method<&C::UnCeil>("UnCeil", "One below the floor for a fractional N.", ByRef("N", "the number to round down")),
+        Method<&C::UnCeil>("UnCeil", "One below the floor for a fractional N.", ByRef("N", "the number")),
         Method<&C::Min>("Min", "The smaller of two values as a Double.", ByRef("a", "the first value"),
                         ByRef("B", "the second value")),
         Method<&C::Minim>("Minim", "The smaller of two values, keeping its type.", ByRef("a", "the first value"),
@@ -295,9 +296,9 @@ std::vector<Member> BuildTable() {
         // Times of day
         Method<&C::Min2hh>("Min2hh", "Minutes as a clock text h:mm; tt becomes its magnitude.",
                            ByRef("tt", "the minutes; set to their magnitude"),
-                           OptRef("Lun", I(0), "the width of the result; 0 for no padding")),
+                           OptRef("Lun", I(0), "right-aligns the result in this width; 0 or less for none")),
         Method<&C::Hh2Min>("Hh2Min", "The minutes of a time of day.", ByRef("Hh", "the time of day"),
-                           OptRef("Lun", I(0), "the width of the result; 0 for no padding")),
+                           OptRef("Lun", I(0), "accepted and not used")),
         Method<&C::Hh2Sec>("Hh2Sec", "The seconds of a clock text.", ByRef("P_Hh", "the clock text h:mm[:ss]")),
 
         // Seconds and clock differences
@@ -305,7 +306,7 @@ std::vector<Member> BuildTable() {
                            ByVal("Sec", "the seconds"),
                            OptVal("Sep", Variant(u":"), "the separator between hours, minutes and seconds"),
                            OptVal("ConSec", Variant(true), "True shows the seconds"),
-                           OptVal("Lun", I(0), "the width of the result; 0 for no padding"))
+                           OptVal("Lun", I(0), "right-aligns the result in this width, keeping its end; 0 for none"))
             .withExample("? Sec2Hh(3725)", "String \"1:02:05\""),
         Method<&C::Ora_Diff>("Ora_Diff", "The time from one clock text to another, across midnight.",
                              ByVal("Ora_Ini", "the starting clock text"), ByVal("Ora_Fin", "the ending clock text"),
@@ -405,12 +406,12 @@ std::vector<Member> BuildTable() {
                             OptVal("Sep", kNoText, "the text between pairs of digits")),
         Method<&C::Hex2Str>("Hex2Str", "Hexadecimal digits as the text of those bytes.",
                             ByVal("T_Hex", "the hexadecimal digits, two per byte"),
-                            OptVal("Sep", kNoText, "the text between pairs of digits")),
+                            OptVal("Sep", kNoText, "a separator between pairs, removed before reading")),
         Method<&C::Hex2Bin>("Hex2Bin", "Hexadecimal digits as binary digits, four per digit.",
                             ByVal("T_Hex", "the hexadecimal digits"),
-                            OptVal("Sep", kNoText, "the text between groups of digits")),
+                            OptVal("Sep", kNoText, "the text between groups of four digits")),
         Method<&C::Bin2Hex>("Bin2Hex", "Binary digits as hexadecimal digits.", ByVal("T_Bin", "the binary digits"),
-                            OptVal("Sep", kNoText, "the text between groups of digits")),
+                            OptVal("Sep", kNoText, "a separator between groups, removed before reading")),
 
         // Number bases 2 to 36
         Method<&C::Num2Base>("Num2Base", "A whole number in the digits of a base from 2 to 36.",
