@@ -166,9 +166,9 @@ std::vector<Member> BuildTable() {
                            OptRef("Trimmed", kFalse, "True trims the result")),
         Method<&C::FmtZero>("FmtZero", "The zero of a format tag (\"N2\" gives \"0,00\").",
                             ByRef("T_Tag", "the format tag, such as \"N2\"")),
-        Method<&C::Perc2Str>("Perc2Str",
-            "A percentage drawn as a bar of LStr characters.", ByRef("Perc", "the percentage, 0 to 100"),
-            OptRef("LStr", I(10), "the length of the bar"),
+        Method<&C::Perc2Str>("Perc2Str", "A percentage drawn as a bar of LStr characters.",
+            ByRef("Perc", "the percentage; clamped to 0..100 in the caller's variable"),
+            OptRef("LStr", I(10), "the length of the bar; 0 becomes 10, a negative -n draws a ruler of 4n+5"),
             OptRef("SStr", Variant(u"*."),
                    "its first character draws the done part, its second the rest; cut to 2 characters")),
 
@@ -375,20 +375,21 @@ std::vector<Member> BuildTable() {
 
         // Codice fiscale
         Method<&C::Get_CheckCF>("Get_CheckCF", "The check character of a codice fiscale.",
-                                ByRef("T_Cf", "the codice fiscale, at least its first 15 characters"))
+                                ByRef("T_Cf",
+                                      "the codice fiscale (its first 15 characters count), or an 11-digit partita IVA"))
             .withExample("? Get_CheckCF(\"RSSMRA80A01H501\")", "String \"U\""),
         Method<&C::Is_CFTest>("Is_CFTest", "Classifies a codice fiscale (EnCF_Result).",
                               ByRef("T_Cf", "the codice fiscale to classify"))
             .withExample("? Is_CFTest(\"RSSMRA80A01H501\")", "Long 2"),
         Method<&C::Is_CodFisc>("Is_CodFisc", "Whether a text has the shape of a codice fiscale.",
                                ByRef("S_CF", "the text to test"),
-                               OptRef("StrongAlfa", kFalse, "True also checks letters and digits in their places")),
+                               OptRef("StrongAlfa", kFalse, "True accepts only a personal, lettered code")),
         Method<&C::Is_CFAlfa>("Is_CFAlfa", "Strict test of a personal codice fiscale.",
                               ByRef("T_Cf", "the codice fiscale to test")),
 
         // Partita IVA
         Method<&C::Get_CheckPI>("Get_CheckPI", "The check digit of a partita IVA.",
-                                ByRef("T_PI", "the partita IVA, at least its first 10 digits")),
+                                ByRef("T_PI", "the partita IVA; its first 10 digits count")),
         Method<&C::Is_PITest>("Is_PITest", "Classifies a partita IVA (EnPI_Result).",
                               ByRef("T_PI", "the partita IVA to classify")),
 
