@@ -55,13 +55,15 @@ const ClassInfo& ColKivClass() {
         "Col_KIV", "DLLKiv.Col_KIV", [] { return Object(std::make_shared<Col_KIV>()); },
         {
             Method<&C::Add>("Add", "A new Cl_KIV holding DlK_DatMask, added under sKey unless it is \"\".",
-                            ByRef("DlK_DatMask"), OptRef("sKey", Variant(u""))),
+                            ByRef("DlK_DatMask", "the date-mask control the new item holds"),
+                            OptRef("sKey", Variant(u""), "the key of the new item; \"\" for none")),
             Method<&C::Item>("Item", "The item at a position 1..Count or under a key (letter case ignored).",
-                             ByRef("vntIndexKey"))
+                             ByRef("vntIndexKey", "a position 1 to Count, or a key"))
                 .asPropertyGet()
                 .withId(kDefaultMemberId),
             Method<&C::Count>("Count", "The number of items.").asPropertyGet(),
-            Method<&C::Remove>("Remove", "Removes the item at a position or under a key.", ByRef("vntIndexKey")),
+            Method<&C::Remove>("Remove", "Removes the item at a position or under a key.",
+                               ByRef("vntIndexKey", "a position 1 to Count, or a key")),
             Method<&C::NewEnum>("NewEnum", "The items in order, for a for-each loop.")
                 .asPropertyGet()
                 .withId(kEnumeratorId)

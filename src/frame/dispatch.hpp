@@ -41,6 +41,7 @@ struct ParamSpec {
     VarType type = VarType::Variant;
     std::string typeName;     // "Integer", "EnCF_Result", "String()", ...
     bool changed = false;     // the operation writes to it (a Ref<T> in C++)
+    std::string meaning;      // one line for `kiv help` and the reference
 };
 
 struct Member;
@@ -318,12 +319,23 @@ struct Param {
     bool optional = false;
     bool hasDefault = false;
     Variant defaultValue;
+    const char* meaning = "";  // what the argument is, in one line
 };
-inline Param ByVal(const char* name) { return {name, Passing::ByValue, false, false, Variant()}; }
-inline Param ByRef(const char* name) { return {name, Passing::ByRef, false, false, Variant()}; }
-inline Param OptVal(const char* name, Variant d) { return {name, Passing::ByValue, true, true, std::move(d)}; }
-inline Param OptRef(const char* name, Variant d) { return {name, Passing::ByRef, true, true, std::move(d)}; }
-inline Param OptRef(const char* name) { return {name, Passing::ByRef, true, false, Variant::missing()}; }
+inline Param ByVal(const char* name, const char* meaning = "") {
+    return {name, Passing::ByValue, false, false, Variant(), meaning};
+}
+inline Param ByRef(const char* name, const char* meaning = "") {
+    return {name, Passing::ByRef, false, false, Variant(), meaning};
+}
+inline Param OptVal(const char* name, Variant d, const char* meaning = "") {
+    return {name, Passing::ByValue, true, true, std::move(d), meaning};
+}
+inline Param OptRef(const char* name, Variant d, const char* meaning = "") {
+    return {name, Passing::ByRef, true, true, std::move(d), meaning};
+}
+inline Param OptRef(const char* name, const char* meaning = "") {
+    return {name, Passing::ByRef, true, false, Variant::missing(), meaning};
+}
 
 template <auto Fn, class... Ps>
 Member Method(const char* name, const char* help, Ps... params) {
@@ -349,6 +361,7 @@ Member Method(const char* name, const char* help, Ps... params) {
              published.type = dispatch_detail::TypeOf<S>::type;
              published.typeName = dispatch_detail::TypeOf<S>::name;
              published.changed = I::template writes<K>;
+             published.meaning = p.meaning;
              if (p.hasDefault) published.defaultValue = p.defaultValue;
              else if constexpr (std::is_same_v<S, Variant>) published.defaultValue = Variant::missing();
              else if constexpr (std::is_default_constructible_v<S>) published.defaultValue = dispatch_detail::ToResult<S>(S{});

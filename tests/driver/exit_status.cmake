@@ -121,7 +121,8 @@ expect("run of a missing file: stderr" "${err}" "kiv: cannot read ${WORK}/missin
 execute_process(COMMAND ${KIV} help is_cftest RESULT_VARIABLE rc OUTPUT_VARIABLE out)
 string(CONCAT wanted
        "Is_CFTest(ByRef T_Cf As String) As EnCF_Result\nClassifies a codice fiscale (EnCF_Result).\n"
-       "Parameters:\n  T_Cf As String, by reference, required\nChanges: none of its arguments\n"
+       "Parameters:\n  T_Cf As String, by reference, required\n      the codice fiscale to classify\n"
+       "Changes: none of its arguments\n"
        "Result: EnCF_Result, a Long: CF_IsOK = 0, CF_Num = 1, CF_Short = 2, CF_Long = 3, CF_Bad = 90, CF_Null = 99\n"
        "Example:\n  ? Is_CFTest(\"RSSMRA80A01H501\")\n  '=> Long 2\n")
 expect("help of an operation" "${out}" "${wanted}")

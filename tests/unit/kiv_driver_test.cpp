@@ -138,6 +138,30 @@ TEST(KivHelp, SaysParametersChangesResultAndExample) {
     EXPECT_NE(fmt.find("optional, default "), std::string::npos) << fmt;
 }
 
+// A user reads what each argument is without the source: one line under
+// the parameter in `kiv help`, a column in the reference.
+TEST(KivHelp, EveryParameterSaysWhatItIs) {
+    int params = 0;
+    for (const ClassInfo* c : CreatableClasses()) {
+        for (const Member& m : c->members) {
+            for (const ParamSpec& p : m.params) {
+                ++params;
+                EXPECT_FALSE(p.meaning.empty()) << m.name << "." << p.name;
+                EXPECT_EQ(p.meaning.find('\n'), std::string::npos) << m.name << "." << p.name;
+            }
+        }
+    }
+    EXPECT_GE(params, 500);
+    const std::string fmt = MemberHelp(ClKivClass(), *FindMember("FmtNum"));
+    EXPECT_NE(fmt.find("  Fl_Mig As Boolean, by reference, optional, default Boolean False\n"
+                       "      True puts thousands marks; set to False when they do not fit\n"),
+              std::string::npos)
+        << fmt;
+    const std::string reference = ReferenceMarkdown({});
+    EXPECT_NE(reference.find("| vntIndexKey | Variant | by reference, required | a position 1 to Count, or a key |"),
+              std::string::npos);
+}
+
 // Every example of the interface prints what its help says it prints.
 TEST(KivHelp, EveryExamplePrintsWhatItsHelpShows) {
     int examples = 0;

@@ -65,6 +65,7 @@ std::string MemberHelp(const ClassInfo& owner, const Member& m) {
         out += "Parameters:\n";
         for (const ParamSpec& p : m.params) {
             out += "  " + p.name + " As " + p.typeName + ", " + PassingText(p) + "\n";
+            if (!p.meaning.empty()) out += "      " + p.meaning + "\n";
             if (const EnumInfo* e = FindEnumeration(p.typeName)) out += "      " + EnumerationMembers(*e) + "\n";
         }
     }
@@ -121,8 +122,9 @@ std::string ReferenceMarkdown(const Subjects& subjects) {
         out += "### " + (&owner == &ClKivClass() ? m.name : owner.name + "." + m.name) + "\n\n```\n" +
                Qualified(owner, m) + "\n```\n\n" + m.help + "\n\n";
         if (!m.params.empty()) {
-            out += "| parameter | type | passing |\n|---|---|---|\n";
-            for (const ParamSpec& p : m.params) out += "| " + p.name + " | " + p.typeName + " | " + Cell(PassingText(p)) + " |\n";
+            out += "| parameter | type | passing | meaning |\n|---|---|---|---|\n";
+            for (const ParamSpec& p : m.params)
+                out += "| " + p.name + " | " + p.typeName + " | " + Cell(PassingText(p)) + " | " + Cell(p.meaning) + " |\n";
             out += "\n";
         }
         if (const std::string c = Changes(m); !c.empty()) out += "*Changes:* " + c + ".\n\n";
