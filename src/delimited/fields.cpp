@@ -29,25 +29,6 @@ public:
     std::size_t size() const { return row_.size() + pad_; }
     char16_t at(std::size_t k) const { return k < row_.size() ? row_[k] : padChar_; }
 
-    // 0-based position of `sep` at or after `from`, kNone when absent.
-    std::size_t find(std::u16string_view sep, std::size_t from) const {
-        const std::size_t n = row_.size();
-        const std::size_t m = sep.size();
-        if (from + m > size()) return kNone;
-        if (from + m <= n) {
-            const std::size_t p = m == 1 ? row_.find(sep[0], from) : row_.find(sep, from);
-            if (p != kNone) return p;
-        }
-        // Matches that reach into the padding: first across the boundary...
-        std::size_t p = std::max(from, n + 1 >= m ? n + 1 - m : 0);
-        for (; p < n && p + m <= size(); ++p)
-            if (matchesAt(sep, p)) return p;
-        // ...then wholly inside it, where every character is the same.
-        p = std::max(p, n);
-        if (p + m <= size() && sep.find_first_not_of(padChar_) == kNone) return p;
-        return kNone;
-    }
-
     std::u16string_view row() const { return row_; }
 
     String text(std::size_t from, std::size_t length) const {
@@ -59,12 +40,6 @@ public:
     }
 
 private:
-    bool matchesAt(std::u16string_view sep, std::size_t p) const {
-        for (std::size_t j = 0; j < sep.size(); ++j)
-            if (at(p + j) != sep[j]) return false;
-        return true;
-    }
-
     std::u16string_view row_;
     std::size_t pad_;
     char16_t padChar_;
