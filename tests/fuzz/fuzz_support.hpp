@@ -31,6 +31,7 @@ namespace fs = std::filesystem;
 // the sandbox is a link (a name past the system's length limit cannot be
 // resolved, and must be judged too).
 inline bool Inside(const fs::path& root, const fs::path& p) {
+    if (p.empty()) return true;  // names no place: the system refuses it itself
     const fs::path whole = fs::absolute(p).lexically_normal();
     const fs::path base = fs::absolute(root).lexically_normal();
     auto b = base.begin(), w = whole.begin();

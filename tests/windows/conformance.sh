@@ -46,9 +46,16 @@ declare -A seen=()
 for file in "${files[@]}"; do
   name=$(basename "$file" .kiv)
   "$kiv" vbs "$file" >"$name.vbs" || { echo "FAIL: $name: kiv vbs"; status=1; continue; }
-  rm -f msgbox.log
-  out=$(KIV_MSGBOX_LOG="Z:${work//\//\\}\\msgbox.log" KIV_NOW="2026-03-15 14:05:09" \
-        wine cscript //nologo "$name.vbs" 2>&1 | tr -d '\r')
+  # A script that prints nothing at all never ran (Wine failed to start cscript
+  # under load, seen once in many runs): it gets one more try. A script that
+  # stops part-way is a failure at once.
+  for try in 1 2; do
+    rm -f msgbox.log
+    out=$(KIV_MSGBOX_LOG="Z:${work//\//\\}\\msgbox.log" KIV_NOW="2026-03-15 14:05:09" \
+          wine cscript //nologo "$name.vbs" 2>&1 | tr -d '\r')
+    [ -n "$out" ] && break
+    echo "note: $name: cscript printed nothing (try $try)"
+  done
   p=0 d=0 s=0
   while IFS= read -r line; do
     read -r verdict number rest <<<"$line"

@@ -43,7 +43,10 @@ public:
         if (slots_[number]) Raise(kFileAlreadyOpen);
         FileSystem& files = CurrentPlatform().files();
         const fs::path native = files.nativePath(path);
-        OpenFile f{path, fs::weakly_canonical(native).string(), mode, {}, 0, 0, -1, false};
+        std::error_code ec;
+        const fs::path where = fs::weakly_canonical(native, ec);
+        if (ec) RaiseFileError(ec.value());  // a name too long for the system, a loop of links
+        OpenFile f{path, where.string(), mode, {}, 0, 0, -1, false};
         // One writer per file; readers may share.
         const bool writes = mode == FileMode::Output || mode == FileMode::Append;
         for (const auto& other : slots_)
