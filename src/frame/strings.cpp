@@ -82,14 +82,19 @@ Long InStrRev(const String& text, const String& find) {
 
 String ReplaceAll(const String& text, const String& find, const String& with) {
     if (find.empty()) return text;
+    // Counted first: the result's length is checked and taken once.
+    std::uint64_t count = 0;
+    ForwardSearch counting(text, find);
+    for (std::size_t p = 0; (p = counting.next(p)) != String::npos; p += find.size()) ++count;
+    const std::uint64_t length = text.size() + count * with.size() - count * find.size();
+    RequireTextLength(length);
+
     String out;
+    out.reserve(static_cast<std::size_t>(length));
     std::size_t from = 0;
     ForwardSearch search(text, find);
-    for (std::size_t p; (p = search.next(from)) != String::npos; from = p + find.size()) {
-        RequireTextLength(std::uint64_t{out.size()} + (p - from) + with.size());
+    for (std::size_t p; (p = search.next(from)) != String::npos; from = p + find.size())
         out.append(text, from, p - from).append(with);
-    }
-    RequireTextLength(std::uint64_t{out.size()} + (text.size() - from));
     return out.append(text, from, String::npos);
 }
 

@@ -71,26 +71,40 @@ Variant Cl_KIV::SostWord(const Variant& Str_0, const String& Str_Find, const Str
     // An empty Str_Find would be found at every position and never finish.
     if (Str_Find.empty()) return W;
     // Each replacement is searched for behind the text it inserted, so the
-    // searches run over the unchanged text from left to right: the result is
-    // built in one pass, never rebuilding the whole text per replacement.
-    ForwardSearch search(W, Str_Find);
-    std::size_t from = 0;
-    for (Long skipped = 0; skipped < StartOccur - 1; ++skipped) {
-        const std::size_t p = search.next(from);
-        if (p == String::npos) break;
-        from = p + Str_Find.size();
-    }
+    // searches run over the unchanged text from left to right, never
+    // rebuilding the whole text per replacement. `each` gets the start of
+    // every occurrence replaced.
+    auto forEachReplaced = [&](auto&& each) {
+        ForwardSearch search(W, Str_Find);
+        std::size_t from = 0;
+        for (Long skipped = 0; skipped < StartOccur - 1; ++skipped) {
+            const std::size_t p = search.next(from);
+            if (p == String::npos) break;
+            from = p + Str_Find.size();
+        }
+        Long count = 0;
+        for (std::size_t p = search.next(from); p != String::npos; p = search.next(from)) {
+            each(p);
+            from = p + Str_Find.size();
+            ++count;
+            if (MaxOccur >= 1 && count >= MaxOccur) break;
+        }
+    };
+    // Counted first, so the result's length is checked against the limit and
+    // taken once, not grown by doubling past it.
+    std::uint64_t count = 0;
+    forEachReplaced([&](std::size_t) { ++count; });
+    const std::uint64_t length = W.size() + count * Str_Repl.size() - count * Str_Find.size();
+    RequireTextLength(length);
 
-    String out(W, 0, from);
-    Long count = 0;
-    for (std::size_t p = search.next(from); p != String::npos; p = search.next(from)) {
-        RequireTextLength(std::uint64_t{out.size()} + (p - from) + Str_Repl.size() + (W.size() - p - Str_Find.size()));
-        out.append(W, from, p - from).append(Str_Repl);
-        from = p + Str_Find.size();
-        ++count;
-        if (MaxOccur >= 1 && count >= MaxOccur) break;
-    }
-    return out.append(W, from, String::npos);
+    String out;
+    out.reserve(static_cast<std::size_t>(length));
+    std::size_t copied = 0;
+    forEachReplaced([&](std::size_t p) {
+        out.append(W, copied, p - copied).append(Str_Repl);
+        copied = p + Str_Find.size();
+    });
+    return out.append(W, copied, String::npos);
 }
 
 // Each call works on the unchanged S and only the last result is kept, so in
