@@ -94,6 +94,20 @@ constexpr auto kPowersOfFive = [] {
     return p;
 }();
 
+// Eight digits with leading zeros, by pairs: two short chains rather than
+// one long one of divisions by ten.
+void WriteEightDigits(char* out, std::uint32_t v) {
+    static constexpr char kPairs[] =
+        "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
+        "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
+        "8081828384858687888990919293949596979899";
+    const std::uint32_t high = v / 10000, low = v % 10000;
+    std::memcpy(out, kPairs + 2 * (high / 100), 2);
+    std::memcpy(out + 2, kPairs + 2 * (high % 100), 2);
+    std::memcpy(out + 4, kPairs + 2 * (low / 100), 2);
+    std::memcpy(out + 6, kPairs + 2 * (low % 100), 2);
+}
+
 // The common magnitudes, rounded to `significant` <= 15 digits in integers:
 // x = m 2^e exactly, so x 10^p = m 5^p 2^(e+p) is cut at the integer with
 // its remainder known, and rounds half to even as the exact conversion
@@ -119,11 +133,14 @@ bool RoundedDigits(Double value, int significant, DecimalDigits& d) {
         if (n >= limit) continue;  // the exponent is the next one
         if (half > 0 || (half == 0 && (n & 1) != 0)) ++n;
         if (n == limit) { n /= 10; ++E; }
-        char text[20];
-        const auto end = std::to_chars(text, text + sizeof text, n).ptr;
-        int count = static_cast<int>(end - text);
-        while (count > 1 && text[count - 1] == '0') --count;
-        std::memcpy(d.digits, text, static_cast<std::size_t>(count));
+        // n has exactly `significant` digits: the last ones of its 16.
+        char text[16];
+        WriteEightDigits(text, static_cast<std::uint32_t>(n / 100'000'000));
+        WriteEightDigits(text + 8, static_cast<std::uint32_t>(n % 100'000'000));
+        const char* first = text + 16 - significant;
+        int count = significant;
+        while (count > 1 && first[count - 1] == '0') --count;
+        std::memcpy(d.digits, first, static_cast<std::size_t>(count));
         d.count = count;
         d.exponent = E;
         d.negative = value < 0;
