@@ -3,7 +3,7 @@
 # python3-stdnum) on the same million generated codici fiscali, whole
 # process against whole process; prints both times (wall and CPU), the
 # ratios and the peak resident size of each.
-#   bench/peer_stdnum.sh [BUILD_DIR]
+#   [PEER_RUNS=3] bench/peer_stdnum.sh [BUILD_DIR]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build=${1:-build}
@@ -30,13 +30,21 @@ with open(sys.argv[1], "w") as f:
         f.write(body + check + "\n")
 PY
 
+# Each side runs PEER_RUNS times (3); its best wall and best CPU time count,
+# so that a moment of the shared machine's load does not decide the ratio.
+runs=${PEER_RUNS:-3}
 measure() {  # NAME COMMAND...: seconds (wall, CPU), peak KiB and the count accepted
   local name=$1; shift
-  /usr/bin/time -f "%e %U %S %M" -o "$work/$name.time" "$@" <"$work/codes.txt" >"$work/$name.out"
-  read -r secs user sys kib <"$work/$name.time"
-  local cpu; cpu=$(awk -v u="$user" -v s="$sys" 'BEGIN { printf "%.2f", u + s }')
-  echo "$name: $(cat "$work/$name.out") valid, ${secs} s wall, ${cpu} s CPU, peak ${kib} KiB"
-  eval "${name}_secs=$secs ${name}_cpu=$cpu"
+  local best_secs=999999 best_cpu=999999 secs user sys kib cpu
+  for ((run = 0; run < runs; run++)); do
+    /usr/bin/time -f "%e %U %S %M" -o "$work/$name.time" "$@" <"$work/codes.txt" >"$work/$name.out"
+    read -r secs user sys kib <"$work/$name.time"
+    cpu=$(awk -v u="$user" -v s="$sys" 'BEGIN { printf "%.2f", u + s }')
+    best_secs=$(awk -v a="$best_secs" -v b="$secs" 'BEGIN { print (b < a ? b : a) }')
+    best_cpu=$(awk -v a="$best_cpu" -v b="$cpu" 'BEGIN { print (b < a ? b : a) }')
+  done
+  echo "$name: $(cat "$work/$name.out") valid, best of $runs: ${best_secs} s wall, ${best_cpu} s CPU, peak ${kib} KiB"
+  eval "${name}_secs=$best_secs ${name}_cpu=$best_cpu"
 }
 measure stdnum /usr/bin/python3 -c '
 import sys
