@@ -3,8 +3,11 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 
+#include "frame/ascii.hpp"
 #include "frame/cl_kiv.hpp"
+#include "frame/runtime.hpp"
 
 namespace kiv::codes {
 
@@ -28,7 +31,22 @@ struct CfValueTables {
 const CfValueTables& CfTables(Cl_KIV& reader);
 
 // 1-based place of a character in the alphabet, letter case ignored; 0 when
-// it is not there.
-int CfAlphabetIndex(char16_t c);
+// it is not there. Inline: the check letter looks up fifteen per code.
+inline int CfAlphabetIndex(char16_t c) {
+    // Plain ASCII, nearly every character of a code, in either case.
+    static constexpr std::array<std::int8_t, 128> kAsciiPlaces = [] {
+        std::array<std::int8_t, 128> built{};
+        for (int place = 1; place <= 36; ++place) {
+            const char16_t a = kCfAlphabet[place - 1];
+            built[a] = static_cast<std::int8_t>(place);
+            if (a >= u'A' && a <= u'Z') built[AsciiLower(a)] = static_cast<std::int8_t>(place);
+        }
+        return built;
+    }();
+    if (c < 128) return kAsciiPlaces[c];
+    // Beyond ASCII only a character folding onto one of ours is found.
+    const char16_t folded = FoldCase(c);
+    return folded < 128 ? kAsciiPlaces[folded] : 0;
+}
 
 }  // namespace kiv::codes

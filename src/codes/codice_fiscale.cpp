@@ -25,23 +25,6 @@ const CfValueTables& CfTables(Cl_KIV& reader) {
     return tables;
 }
 
-int CfAlphabetIndex(char16_t c) {
-    // Plain ASCII, nearly every character of a code, in either case.
-    static constexpr std::array<std::int8_t, 128> kAsciiPlaces = [] {
-        std::array<std::int8_t, 128> built{};
-        for (int place = 1; place <= 36; ++place) {
-            const char16_t a = kCfAlphabet[place - 1];
-            built[a] = static_cast<std::int8_t>(place);
-            if (a >= u'A' && a <= u'Z') built[AsciiLower(a)] = static_cast<std::int8_t>(place);
-        }
-        return built;
-    }();
-    if (c < 128) return kAsciiPlaces[c];
-    // Beyond ASCII only a character folding onto one of ours is found.
-    const char16_t folded = FoldCase(c);
-    return folded < 128 ? kAsciiPlaces[folded] : 0;
-}
-
 }  // namespace codes
 
 namespace {

@@ -124,19 +124,15 @@ RoundedDigits RoundAt(const DecimalDigits& number, int decPlaces) {
 String FormatFixedRight(const DecimalDigits& number, int decPlaces, std::size_t width) {
     const RoundedDigits d = RoundAt(number, decPlaces);
     const int intLen = d.integerLength();
-    const std::size_t length = (number.negative ? 1u : 0u) + static_cast<std::size_t>(intLen > 0 ? intLen : 1) +
-                               (decPlaces > 0 ? static_cast<std::size_t>(decPlaces) + 1 : 0u);
-    String out;
-    out.reserve(length > width ? length : width);
-    if (length < width) out.assign(width - length, u' ');
-    if (number.negative) out += u'-';  // also when the rounded value is zero, as the pattern has it
-    if (intLen == 0) out += u'0';
-    for (int j = 0; j < intLen; ++j) out += static_cast<char16_t>(d.at(j));
+    Out out;
+    if (number.negative) out.push(u'-');  // also when the rounded value is zero, as the pattern has it
+    if (intLen == 0) out.push(u'0');
+    for (int j = 0; j < intLen; ++j) out.push(static_cast<char16_t>(d.at(j)));
     if (decPlaces > 0) {
-        out += CurrentLocale().decimal;
-        for (int f = 0; f < decPlaces; ++f) out += static_cast<char16_t>(d.at(d.exponent + 1 + f));
+        out.push(CurrentLocale().decimal);
+        for (int f = 0; f < decPlaces; ++f) out.push(static_cast<char16_t>(d.at(d.exponent + 1 + f)));
     }
-    return out;
+    return out.rightAligned(width);
 }
 
 namespace {

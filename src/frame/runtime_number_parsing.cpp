@@ -280,6 +280,10 @@ Boolean IsNumericText(const String& text) {
     // beyond 300 digits the value might overflow, so those are parsed.
     if (!text.empty() && text.size() <= 300 && std::all_of(text.begin(), text.end(), IsAsciiDigit<char16_t>))
         return true;
+    // Nor does a text that opens with a letter (codes, names): no number
+    // starts so unless the letter is where the currency symbol begins.
+    const char16_t first = text.empty() ? u'\0' : AsciiLower(text[0]);
+    if (first >= u'a' && first <= u'z' && CurrentLocale().currencySymbol.find(text[0]) != 0) return false;
     double v = 0;
     return ParseLocale(text.data(), text.data() + text.size(), v) == Parse::Ok;
 }

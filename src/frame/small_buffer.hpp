@@ -24,6 +24,13 @@ public:
     const C* data() const { return n_ <= N ? small_ : big_.data(); }
     std::size_t size() const { return n_; }
     std::basic_string<C> str() const { return std::basic_string<C>(data(), n_); }
+    // Blanks in front up to `width` characters, in one allocation.
+    std::basic_string<C> rightAligned(std::size_t width) const {
+        if (n_ >= width) return str();
+        std::basic_string<C> out(width, C(' '));
+        std::char_traits<C>::copy(out.data() + (width - n_), data(), n_);
+        return out;
+    }
 
 private:
     C small_[N];

@@ -22,21 +22,37 @@ String FormatError(const Variant& x, const char16_t* marker) {
     return FormatPattern(Variant(FormatPattern(x, marker)), String(15, u'@'));
 }
 
-// "###...0" or "###...0.00": exactly Lun characters, written into `pattern`.
-// Sets the length of the integer part and the width the decimals take.
-void NumberPattern(Integer Lun, Integer Dec, String& pattern, std::size_t& integerLength, Long& extra) {
+// Every third integer digit from the right becomes a mark; the pattern keeps its length.
+void PutMarks(String& pattern, std::size_t integerLength) {
+    for (long k = static_cast<long>(integerLength) - 3; k >= 1; k -= 4) pattern[static_cast<std::size_t>(k - 1)] = u'\'';
+}
+
+// "###...0" or "###...0.00": exactly Lun characters. Its integer part is
+// `integerLength` long; the decimals take `extra` places with the point.
+struct NumberShape {
+    std::size_t integerLength;
+    Long extra;
+};
+
+NumberShape ShapeOf(Integer Lun, Integer Dec) {
     // Lun - Dec is a 16-bit difference of its own before the 2 comes off.
     const Integer hashes = CheckedInteger(Dec != 0 ? CheckedInteger(Lun - Dec) - 2 : Lun - 1);
     if (hashes < 0 || Dec < 0) Raise(kInvalidCall);  // a negative repeat count
-    pattern.assign(static_cast<std::size_t>(hashes), u'#');
+    return {static_cast<std::size_t>(hashes) + 1, Dec != 0 ? Long{Dec} + 1 : 0};
+}
+
+// Written into `pattern`, reused between calls: every amount of a report
+// comes through here.
+const String& NumberPattern(const NumberShape& shape, Integer Dec, bool marks) {
+    thread_local String pattern;
+    pattern.assign(shape.integerLength - 1, u'#');
     pattern += u'0';
-    integerLength = pattern.size();
-    extra = 0;
     if (Dec != 0) {
         pattern += u'.';
         pattern.append(static_cast<std::size_t>(Dec), u'0');
-        extra = Dec + 1;
     }
+    if (marks) PutMarks(pattern, shape.integerLength);
+    return pattern;
 }
 
 // Digits, marks and decimals the number needs; the digit count comes from
@@ -50,11 +66,6 @@ Double NeededWidth(Cl_KIV& kiv, Double x, Long extra) {
     const Double digits = IntFloor(L) + 1;
     const Double marks = IntFloor((digits - 1) / 3);
     return marks + digits + static_cast<Double>(extra);
-}
-
-// Every third integer digit from the right becomes a mark; the pattern keeps its length.
-void PutMarks(String& pattern, std::size_t integerLength) {
-    for (long k = static_cast<long>(integerLength) - 3; k >= 1; k -= 4) pattern[static_cast<std::size_t>(k - 1)] = u'\'';
 }
 
 // Marks printed before the first digit would stand alone: they become blanks.
@@ -82,19 +93,17 @@ void FillBlanks(String& s, const String& Fill_Num) {
     }
 }
 
-// The opening FmtNum and FmtNumOld share: the pattern of Lun characters
-// with Dec decimals, the number, and the marks placed when asked for and
-// they fit (else Fl_Mig turns false, telling the caller they were dropped).
-// False, with nothing laid out, when Lun leaves no room for the decimals.
-bool OpenLayout(Cl_KIV& kiv, const Variant& X, Integer Lun, Integer Dec, Ref<Boolean>& Fl_Mig, String& pattern,
+// The opening FmtNum and FmtNumOld share: the shape of the pattern of Lun
+// characters with Dec decimals, the number, and whether the marks fit
+// when asked for (else Fl_Mig turns false, telling the caller they were
+// dropped). False, with nothing laid out, when Lun leaves no room for the
+// decimals.
+bool OpenLayout(Cl_KIV& kiv, const Variant& X, Integer Lun, Integer Dec, Ref<Boolean>& Fl_Mig, NumberShape& shape,
                 Double& x) {
     if (Dec >= 1 && Lun < CheckedInteger(Dec + 2)) return false;
-    std::size_t integerLength = 0;
-    Long extra = 0;
-    NumberPattern(Lun, Dec, pattern, integerLength, extra);
+    shape = ShapeOf(Lun, Dec);
     x = ToDoubleLocale(X);
-    if (*Fl_Mig && NeededWidth(kiv, x, extra) > Lun) *Fl_Mig = false;
-    if (*Fl_Mig) PutMarks(pattern, integerLength);
+    if (*Fl_Mig && NeededWidth(kiv, x, shape.extra) > Lun) *Fl_Mig = false;
     return true;
 }
 
@@ -119,15 +128,17 @@ bool ZeroLike(const Variant& x) {
 String Cl_KIV::FmtNum(const Variant& N, Integer Lun, Integer Dec, Ref<Boolean> Fl_Mig, const String& Fill_Num,
                       Integer MaxEndingZeros) {
     // Null and "" print as zero (Empty equals "" as well).
-    const Variant X = ZeroLike(N) ? Variant(Integer{0}) : N;
-    thread_local String pattern;  // reused between calls, as Aligned's
+    const Variant zero(Integer{0});
+    const Variant& X = ZeroLike(N) ? zero : N;
+    NumberShape shape{};
     Double x = 0;
-    if (!OpenLayout(*this, X, Lun, Dec, Fl_Mig, pattern, x)) return FormatError(X, u"0000000000Z.ZZZ");
+    if (!OpenLayout(*this, X, Lun, Dec, Fl_Mig, shape, x)) return FormatError(X, u"0000000000Z.ZZZ");
 
     // Without marks the pattern is "#...#0.00", which lays out any number as
     // "0.00" does: the common column of amounts takes the direct way.
-    String result = !*Fl_Mig && PlainNumber(X) ? FormatFixedRight(ToDecimalDigits(x, 15), Dec, pattern.size())
-                                               : Aligned(X, pattern);
+    String result = !*Fl_Mig && PlainNumber(X)
+                        ? FormatFixedRight(ToDecimalDigits(x, 15), Dec, static_cast<std::size_t>(Lun))
+                        : Aligned(X, NumberPattern(shape, Dec, *Fl_Mig));
     if (*Fl_Mig) BlankLeadingMarks(result);
     FillBlanks(result, Fill_Num);
 
@@ -156,12 +167,12 @@ String Cl_KIV::FmtNumOld(const Variant& N, Integer Lun, Integer Dec, Ref<Boolean
     // Only a true Null or Empty counts as zero here; "" is not numeric.
     const Variant X = (N.isNull() || N.isEmpty()) ? Variant(Integer{0}) : N;
     if (Dec < 0) Dec = 0;
-    thread_local String pattern;  // reused between calls, as Aligned's
+    NumberShape shape{};
     Double x = 0;
-    if (!OpenLayout(*this, X, Lun, Dec, Fl_Mig, pattern, x)) return FormatError(X, u"00000000000.00000");
+    if (!OpenLayout(*this, X, Lun, Dec, Fl_Mig, shape, x)) return FormatError(X, u"00000000000.00000");
 
     // The magnitude is laid out first and the sign put against its digits.
-    String result = Aligned(x < 0 ? Variant(std::fabs(x)) : X, pattern);
+    String result = Aligned(x < 0 ? Variant(std::fabs(x)) : X, NumberPattern(shape, Dec, *Fl_Mig));
     if (*Fl_Mig) BlankLeadingMarks(result);
     if (x < 0) {
         const std::size_t blank = result.rfind(u' ');

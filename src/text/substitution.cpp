@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <string_view>
 
 #include "frame/ascii.hpp"
 #include "frame/cl_kiv.hpp"
@@ -39,21 +40,31 @@ String Cl_KIV::SostChar(const String& S, const String& C1, const String& C2) {
     }
     const std::size_t setLen = C1.size();
     for (std::size_t i = 0; i < setLen; ++i) set[i] = Fold(C1[i]);
-    // Places of the ASCII characters of the folded set (first occurrence
-    // wins), so that the usual ASCII text needs no search.
-    std::array<std::uint16_t, 128> asciiPlace{};
-    for (std::size_t i = setLen; i-- > 0;)
-        if (set[i] < 128) asciiPlace[set[i]] = static_cast<std::uint16_t>(std::min<std::size_t>(i + 1, 0xFFFF));
+    // As bits, the ASCII characters that fold onto one of the set, so that
+    // the usual ASCII character that is not in it needs no search.
+    std::uint64_t asciiIn[2] = {0, 0};
+    for (std::size_t i = 0; i < setLen; ++i) {
+        if (set[i] >= 128) continue;
+        const char16_t forms[2] = {set[i], static_cast<char16_t>(set[i] ^ 0x20)};  // a letter in either case
+        for (const char16_t c : forms)
+            if (AsciiLower(c) == set[i]) asciiIn[c >> 6] |= std::uint64_t{1} << (c & 63);
+    }
+    const auto kept = [&](char16_t ch) { return ch < 128 && (asciiIn[ch >> 6] >> (ch & 63) & 1) == 0; };
     const auto placeOf = [&](char16_t ch) -> std::size_t {
-        const char16_t f = Fold(ch);
-        if (f < 128 && setLen < 0xFFFF) return asciiPlace[f] == 0 ? setLen : asciiPlace[f] - 1u;
-        return static_cast<std::size_t>(std::find(set, set + setLen, f) - set);
+        if (kept(ch)) return setLen;
+        return static_cast<std::size_t>(std::find(set, set + setLen, Fold(ch)) - set);  // the first occurrence
     };
+
+    // Often nothing is to change: the text comes back as it is.
+    std::size_t same = 0;
+    while (same < S.size() && kept(S[same])) ++same;
+    if (same == S.size()) return S;
 
     // The result is never longer than S: written in place, then cut.
     String out(S.size(), u'\0');
-    char16_t* w = out.data();
-    for (const char16_t ch : S) {
+    std::copy(S.begin(), S.begin() + static_cast<std::ptrdiff_t>(same), out.begin());
+    char16_t* w = out.data() + same;
+    for (const char16_t ch : std::u16string_view(S).substr(same)) {
         const std::size_t p = placeOf(ch);
         if (p == setLen) *w++ = ch;           // not in C1: kept
         else if (p < C2.size()) *w++ = C2[p];  // mapped by its first occurrence

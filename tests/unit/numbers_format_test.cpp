@@ -3,8 +3,14 @@
 // itself, and between the four ways of rounding to a step.
 #include <gtest/gtest.h>
 
+#include <charconv>
 #include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <random>
+#include <string>
 #include <vector>
 
 #include "frame/cl_kiv.hpp"
@@ -163,6 +169,50 @@ TEST(FmtNumDirectLayout, SameBytesAsThePatternOnAMillionValues) {
         if (d != 0) pattern += u'.' + String(static_cast<std::size_t>(d), u'0');
         const String general = FormatPattern(Variant(FormatPattern(Variant(x), pattern)), String(pattern.size(), u'@'));
         ASSERT_EQ(kiv.FmtNum(Variant(x), l, d), general) << x << " " << l << " " << d;
+    }
+}
+
+}  // namespace
+}  // namespace kiv
+
+namespace kiv {
+namespace {
+
+// The digits of a Double, taken from its shortest text when that is short
+// enough, must be those of the exact rounding to 15 digits: random bit
+// patterns, amounts of cents, values near a power of ten and halves.
+TEST(DecimalDigitsOfADouble, SameAsTheExactRoundingToFifteenDigits) {
+    std::mt19937_64 rng(20261123);
+    const auto exact = [](double x) {
+        char buf[64];
+        const auto r = std::to_chars(buf, buf + sizeof buf, x, std::chars_format::scientific, 14);
+        return std::string(buf, r.ptr);
+    };
+    const auto ours = [](double x) {
+        const DecimalDigits d = ToDecimalDigits(x, 15);
+        std::string s = d.negative ? "-" : "";
+        s += d.digits[0];
+        s += '.';
+        for (int i = 1; i < 15; ++i) s += i < d.count ? d.digits[i] : '0';
+        char e[16];
+        std::snprintf(e, sizeof e, "e%c%02d", d.exponent < 0 ? '-' : '+', std::abs(d.exponent));
+        return s + e;
+    };
+    for (int i = 0; i < 1'000'000; ++i) {
+        double x = 0;
+        switch (i % 5) {
+            case 0: {
+                const std::uint64_t bits = rng();
+                std::memcpy(&x, &bits, sizeof x);
+                if (!std::isfinite(x) || x == 0) continue;
+                break;
+            }
+            case 1: x = static_cast<double>(static_cast<std::int64_t>(rng() % 100'000'000'000'000)) / 100; break;
+            case 2: x = std::nextafter(std::pow(10.0, static_cast<int>(rng() % 40) - 20), (rng() & 1) ? 0.0 : 1e300); break;
+            case 3: x = std::ldexp(static_cast<double>(rng() >> 11), static_cast<int>(rng() % 200) - 150); break;
+            default: x = static_cast<double>(rng() % 1'000'000'000'000'000) + 0.5; break;  // ties at 15 digits
+        }
+        ASSERT_EQ(ours(x), exact(x)) << i;
     }
 }
 
