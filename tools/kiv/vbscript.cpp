@@ -2,6 +2,7 @@
 
 #include <cctype>
 #include <charconv>
+#include <map>
 #include <set>
 #include <stdexcept>
 
@@ -214,12 +215,25 @@ Function Canon(v)
             Else
                 Canon = "Object " & TypeName(v)
                 If Left(Canon, 8) = "Object _" Then Canon = "Object " & Mid(Canon, 9)
+                If TypeName(v) = "Object" Then Canon = "Object " & HostType(v)
             End If
         Case 10: Canon = "Missing"
         Case 11: If v Then Canon = "Boolean True" Else Canon = "Boolean False"
         Case 17: Canon = "Byte " & CStr(v)
         Case Else: Canon = "VarType " & VarType(v)
     End Select
+End Function
+
+' Wine names every script class "Object": the stand-ins for the host's
+' objects say their type themselves. The statement's own error is kept.
+Function HostType(v)
+    Dim n, d
+    n = Err.Number : d = Err.Description
+    On Error Resume Next
+    HostType = "Object"
+    HostType = v.KivHostType()
+    Err.Clear
+    If n <> 0 Then Err.Raise n, "kiv", d
 End Function
 
 Function LogSize()
@@ -413,6 +427,62 @@ bool IsRuntimeService(const std::string& lower) {
     return names.count(lower) > 0;
 }
 
+// A host object's property: stored when set, error 438 until then.
+std::string BagProperty(const std::string& m) {
+    const std::string key = "\"" + m + "\"";
+    return "    Public Property Get " + m + "()\n        If Not kD.Exists(" + key + ") Then Err.Raise 438\n        If IsObject(kD(" + key +
+           ")) Then Set " + m + " = kD(" + key + ") Else " + m + " = kD(" + key + ")\n    End Property\n    Public Property Let " + m +
+           "(v)\n        kD(" + key + ") = v\n    End Property\n    Public Property Set " + m + "(v)\n        If kD.Exists(" + key + ") Then kD.Remove " + key +
+           "\n        kD.Add " + key + ", v\n    End Property\n";
+}
+
+bool IsListMember(const std::string& lower) {
+    static const std::set<std::string> names = {"additem", "additemat", "removeitem", "clear", "list", "itemdata",
+                                                "listcount", "newindex", "listindex", "text", "hwnd"};
+    return names.count(lower) > 0;
+}
+
+// The members of a list or combo box, as kiv's list controls answer. VBScript
+// has no optional parameters: AddItem with an index is AddItemAt.
+std::string ListMembers(bool combo) {
+    return std::string("    Private kItems\n    Private kDatas\n    Private kN\n    Private kSel\n    Private kNew\n    Private kText\n") + "    Private Sub Init()\n" +
+           "        kItems = Array() : kDatas = Array() : kN = 0 : kSel = -1 : kNew = -1 : kText = \"\"\n" +
+           "        kD(\"hwnd\") = CLng(0)\n    End Sub\n" +
+           "    Private Function At(i)\n        At = CLng(i)\n" +
+           "        If At < 0 Or At >= kN Then Err.Raise 381, \"kiv\", \"Invalid property array index\"\n    End Function\n" +
+           "    Private Sub Pick(k)\n        kSel = k\n" +
+           (combo ? "        If k >= 0 Then kText = kItems(k) Else kText = \"\"\n" : "") + "    End Sub\n" +
+           "    Public Sub AddItem(text)\n        AddItemAt text, kN\n    End Sub\n" +
+           "    Public Sub AddItemAt(text, index)\n        Dim t, k, j\n        t = CStr(text) : k = CLng(index)\n" +
+           "        If k < 0 Or k > kN Then Err.Raise 5\n" +
+           "        ReDim Preserve kItems(kN) : ReDim Preserve kDatas(kN)\n" +
+           "        For j = kN To k + 1 Step -1\n            kItems(j) = kItems(j - 1) : kDatas(j) = kDatas(j - 1)\n        Next\n" +
+           "        kItems(k) = t : kDatas(k) = CLng(0) : kN = kN + 1 : kNew = k\n" +
+           "        If kSel >= k Then kSel = kSel + 1\n    End Sub\n" +
+           "    Public Sub RemoveItem(index)\n        Dim k, j\n        k = CLng(index)\n        If k < 0 Or k >= kN Then Err.Raise 5\n" +
+           "        For j = k To kN - 2\n            kItems(j) = kItems(j + 1) : kDatas(j) = kDatas(j + 1)\n        Next\n" +
+           "        kN = kN - 1\n        If kN = 0 Then\n            kItems = Array() : kDatas = Array()\n        Else\n" +
+           "            ReDim Preserve kItems(kN - 1) : ReDim Preserve kDatas(kN - 1)\n        End If\n" +
+           "        If kSel = k Then\n            Pick -1\n        ElseIf kSel > k Then\n            kSel = kSel - 1\n        End If\n    End Sub\n" +
+           "    Public Sub Clear()\n        kItems = Array() : kDatas = Array() : kN = 0 : kSel = -1 : kNew = -1 : kText = \"\"\n    End Sub\n" +
+           "    Public Property Get List(i)\n        List = kItems(At(i))\n    End Property\n" +
+           "    Public Property Let List(i, v)\n        kItems(At(i)) = CStr(v)\n    End Property\n" +
+           "    Public Property Get ItemData(i)\n        ItemData = kDatas(At(i))\n    End Property\n" +
+           "    Public Property Let ItemData(i, v)\n        kDatas(At(i)) = CLng(v)\n    End Property\n" +
+           "    Public Property Get ListCount()\n        ListCount = CInt(kN)\n    End Property\n" +
+           "    Public Property Let ListCount(v)\n        Err.Raise 450\n    End Property\n" +
+           "    Public Property Get NewIndex()\n        NewIndex = CInt(kNew)\n    End Property\n" +
+           "    Public Property Let NewIndex(v)\n        Err.Raise 450\n    End Property\n" +
+           "    Public Property Get ListIndex()\n        ListIndex = CInt(kSel)\n    End Property\n" +
+           "    Public Property Let ListIndex(v)\n        Dim k\n        k = CLng(v)\n" +
+           "        If k < -1 Or k >= kN Then Err.Raise 380, \"kiv\", \"Invalid property value\"\n        Pick k\n    End Property\n" +
+           "    Public Property Get Text()\n" +
+           (combo ? "        Text = kText\n" : "        If kSel >= 0 Then Text = kItems(kSel) Else Text = \"\"\n") + "    End Property\n" +
+           "    Public Property Let Text(v)\n        Dim t, j\n        t = CStr(v) : kSel = -1\n" +
+           "        For j = kN - 1 To 0 Step -1\n            If StrComp(kItems(j), t, 1) = 0 Then kSel = j\n        Next\n" +
+           (combo ? "        kText = t\n" : "") + "    End Property\n" + BagProperty("hwnd");
+}
+
 class Translator {
 public:
     std::string line(const ScriptLine& l) {
@@ -448,12 +518,20 @@ public:
 
     const std::set<std::string>& variables() const { return variables_; }
 
-    // One class per host type: every member name the file uses, as a field.
+    // One class per host type. Every member name the file uses is a property
+    // that comes into being when set and is error 438 until then, as kiv's
+    // host objects; list and combo boxes keep their items as the driver's do.
     std::string hostClasses() const {
         std::string out;
-        for (const std::string& t : hostTypes_) {
-            out += "Class " + t + "\n";
-            for (const std::string& m : members_) out += "    Public " + m + "\n";
+        for (const auto& [lower, t] : hostTypes_) {
+            const bool list = lower == "listbox" || lower == "combobox";
+            out += "Class " + t + "\n    Private kD\n";
+            if (list) out += ListMembers(lower == "combobox");
+            out += "    Private Sub Class_Initialize()\n        Set kD = CreateObject(\"Scripting.Dictionary\")\n";
+            if (list) out += "        Init\n";
+            out += "    End Sub\n    Public Function KivHostType()\n        KivHostType = \"" + t + "\"\n    End Function\n";
+            for (const std::string& m : members_)
+                if (!list || !IsListMember(m)) out += BagProperty(m);
             out += "End Class\nFunction Make_" + t + "()\n    Set Make_" + t + " = New " + t + "\nEnd Function\n";
         }
         return out;
@@ -485,9 +563,9 @@ private:
             const std::string l = Lower(type);
             const bool identifier = !type.empty() && std::isalpha(static_cast<unsigned char>(type[0])) &&
                                     type.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_") == std::string::npos;
-            if (identifier && l != "listbox" && l != "combobox") {
-                hostTypes_.insert(type);
-                return "Make_" + type;
+            if (identifier) {
+                const std::string& spelling = hostTypes_.emplace(l, type).first->second;
+                return "Make_" + spelling;
             }
         }
         if (lower == "hostobject" || lower == "hostwindow")
@@ -540,7 +618,8 @@ private:
                 return callee(e.name) + "(" + args(e.args) + ")";
             case Expr::Kind::Member: {
                 members_.insert(Lower(e.name));
-                std::string out = expr(*e.object) + "." + e.name;
+                const bool at = Lower(e.name) == "additem" && e.parens && e.args.size() == 2;
+                std::string out = expr(*e.object) + "." + (at ? std::string("AddItemAt") : e.name);
                 if (e.parens) out += "(" + args(e.args) + ")";
                 else if (!e.args.empty()) throw Untranslatable("member arguments without parentheses");
                 return out;
@@ -586,7 +665,7 @@ private:
 
     std::set<std::string> variables_;
     std::set<std::string> tainted_;
-    std::set<std::string> hostTypes_;
+    std::map<std::string, std::string> hostTypes_;  // lower case -> as first written
     std::set<std::string> members_;
 };
 
