@@ -443,44 +443,118 @@ bool IsListMember(const std::string& lower) {
 }
 
 // The members of a list or combo box, as kiv's list controls answer. VBScript
-// has no optional parameters: AddItem with an index is AddItemAt.
+// has no optional parameters: AddItem with an index is AddItemAt. A combo box
+// keeps its own text; a list box's text is the selected item's.
+constexpr const char* kListMembers = R"VBS(    Private kItems
+    Private kDatas
+    Private kN
+    Private kSel
+    Private kNew
+    Private kText
+    Private Sub KivInit()
+        kItems = Array() : kDatas = Array() : kN = 0 : kSel = -1 : kNew = -1 : kText = ""
+        kD("hwnd") = CLng(0)
+    End Sub
+    Private Function KivAt(i)
+        KivAt = CLng(i)
+        If KivAt < 0 Or KivAt >= kN Then Err.Raise 381, "kiv", "Invalid property array index"
+    End Function
+    Private Sub KivPick(k)
+        kSel = k
+        If kCombo Then If k >= 0 Then kText = kItems(k) Else kText = ""
+    End Sub
+    Public Sub AddItem(text)
+        AddItemAt text, kN
+    End Sub
+    Public Sub AddItemAt(text, index)
+        Dim t, k, j
+        t = CStr(text) : k = CLng(index)
+        If k < 0 Or k > kN Then Err.Raise 5
+        ReDim Preserve kItems(kN) : ReDim Preserve kDatas(kN)
+        For j = kN To k + 1 Step -1
+            kItems(j) = kItems(j - 1) : kDatas(j) = kDatas(j - 1)
+        Next
+        kItems(k) = t : kDatas(k) = CLng(0) : kN = kN + 1 : kNew = k
+        If kSel >= k Then kSel = kSel + 1
+    End Sub
+    Public Sub RemoveItem(index)
+        Dim k, j
+        k = CLng(index)
+        If k < 0 Or k >= kN Then Err.Raise 5
+        For j = k To kN - 2
+            kItems(j) = kItems(j + 1) : kDatas(j) = kDatas(j + 1)
+        Next
+        kN = kN - 1
+        If kN = 0 Then
+            kItems = Array() : kDatas = Array()
+        Else
+            ReDim Preserve kItems(kN - 1) : ReDim Preserve kDatas(kN - 1)
+        End If
+        If kSel = k Then
+            KivPick -1
+        ElseIf kSel > k Then
+            kSel = kSel - 1
+        End If
+    End Sub
+    Public Sub Clear()
+        kItems = Array() : kDatas = Array() : kN = 0 : kSel = -1 : kNew = -1 : kText = ""
+    End Sub
+    Public Property Get List(i)
+        List = kItems(KivAt(i))
+    End Property
+    Public Property Let List(i, v)
+        kItems(KivAt(i)) = CStr(v)
+    End Property
+    Public Property Get ItemData(i)
+        ItemData = kDatas(KivAt(i))
+    End Property
+    Public Property Let ItemData(i, v)
+        kDatas(KivAt(i)) = CLng(v)
+    End Property
+    Public Property Get ListCount()
+        ListCount = CInt(kN)
+    End Property
+    Public Property Let ListCount(v)
+        Err.Raise 450
+    End Property
+    Public Property Get NewIndex()
+        NewIndex = CInt(kNew)
+    End Property
+    Public Property Let NewIndex(v)
+        Err.Raise 450
+    End Property
+    Public Property Get ListIndex()
+        ListIndex = CInt(kSel)
+    End Property
+    Public Property Let ListIndex(v)
+        Dim k
+        k = CLng(v)
+        If k < -1 Or k >= kN Then Err.Raise 380, "kiv", "Invalid property value"
+        KivPick k
+    End Property
+    Public Property Get Text()
+        If kCombo Then
+            Text = kText
+        ElseIf kSel >= 0 Then
+            Text = kItems(kSel)
+        Else
+            Text = ""
+        End If
+    End Property
+    ' A text that names an item selects it, letter case aside.
+    Public Property Let Text(v)
+        Dim t, j
+        t = CStr(v) : kSel = -1
+        For j = kN - 1 To 0 Step -1
+            If StrComp(kItems(j), t, 1) = 0 Then kSel = j
+        Next
+        kText = t
+    End Property
+)VBS";
+
 std::string ListMembers(bool combo) {
-    return std::string("    Private kItems\n    Private kDatas\n    Private kN\n    Private kSel\n    Private kNew\n    Private kText\n") + "    Private Sub Init()\n" +
-           "        kItems = Array() : kDatas = Array() : kN = 0 : kSel = -1 : kNew = -1 : kText = \"\"\n" +
-           "        kD(\"hwnd\") = CLng(0)\n    End Sub\n" +
-           "    Private Function At(i)\n        At = CLng(i)\n" +
-           "        If At < 0 Or At >= kN Then Err.Raise 381, \"kiv\", \"Invalid property array index\"\n    End Function\n" +
-           "    Private Sub Pick(k)\n        kSel = k\n" +
-           (combo ? "        If k >= 0 Then kText = kItems(k) Else kText = \"\"\n" : "") + "    End Sub\n" +
-           "    Public Sub AddItem(text)\n        AddItemAt text, kN\n    End Sub\n" +
-           "    Public Sub AddItemAt(text, index)\n        Dim t, k, j\n        t = CStr(text) : k = CLng(index)\n" +
-           "        If k < 0 Or k > kN Then Err.Raise 5\n" +
-           "        ReDim Preserve kItems(kN) : ReDim Preserve kDatas(kN)\n" +
-           "        For j = kN To k + 1 Step -1\n            kItems(j) = kItems(j - 1) : kDatas(j) = kDatas(j - 1)\n        Next\n" +
-           "        kItems(k) = t : kDatas(k) = CLng(0) : kN = kN + 1 : kNew = k\n" +
-           "        If kSel >= k Then kSel = kSel + 1\n    End Sub\n" +
-           "    Public Sub RemoveItem(index)\n        Dim k, j\n        k = CLng(index)\n        If k < 0 Or k >= kN Then Err.Raise 5\n" +
-           "        For j = k To kN - 2\n            kItems(j) = kItems(j + 1) : kDatas(j) = kDatas(j + 1)\n        Next\n" +
-           "        kN = kN - 1\n        If kN = 0 Then\n            kItems = Array() : kDatas = Array()\n        Else\n" +
-           "            ReDim Preserve kItems(kN - 1) : ReDim Preserve kDatas(kN - 1)\n        End If\n" +
-           "        If kSel = k Then\n            Pick -1\n        ElseIf kSel > k Then\n            kSel = kSel - 1\n        End If\n    End Sub\n" +
-           "    Public Sub Clear()\n        kItems = Array() : kDatas = Array() : kN = 0 : kSel = -1 : kNew = -1 : kText = \"\"\n    End Sub\n" +
-           "    Public Property Get List(i)\n        List = kItems(At(i))\n    End Property\n" +
-           "    Public Property Let List(i, v)\n        kItems(At(i)) = CStr(v)\n    End Property\n" +
-           "    Public Property Get ItemData(i)\n        ItemData = kDatas(At(i))\n    End Property\n" +
-           "    Public Property Let ItemData(i, v)\n        kDatas(At(i)) = CLng(v)\n    End Property\n" +
-           "    Public Property Get ListCount()\n        ListCount = CInt(kN)\n    End Property\n" +
-           "    Public Property Let ListCount(v)\n        Err.Raise 450\n    End Property\n" +
-           "    Public Property Get NewIndex()\n        NewIndex = CInt(kNew)\n    End Property\n" +
-           "    Public Property Let NewIndex(v)\n        Err.Raise 450\n    End Property\n" +
-           "    Public Property Get ListIndex()\n        ListIndex = CInt(kSel)\n    End Property\n" +
-           "    Public Property Let ListIndex(v)\n        Dim k\n        k = CLng(v)\n" +
-           "        If k < -1 Or k >= kN Then Err.Raise 380, \"kiv\", \"Invalid property value\"\n        Pick k\n    End Property\n" +
-           "    Public Property Get Text()\n" +
-           (combo ? "        Text = kText\n" : "        If kSel >= 0 Then Text = kItems(kSel) Else Text = \"\"\n") + "    End Property\n" +
-           "    Public Property Let Text(v)\n        Dim t, j\n        t = CStr(v) : kSel = -1\n" +
-           "        For j = kN - 1 To 0 Step -1\n            If StrComp(kItems(j), t, 1) = 0 Then kSel = j\n        Next\n" +
-           (combo ? "        kText = t\n" : "") + "    End Property\n" + BagProperty("hwnd");
+    return std::string("    Private Property Get kCombo()\n        kCombo = ") + (combo ? "True" : "False") +
+           "\n    End Property\n" + kListMembers + BagProperty("hwnd");
 }
 
 class Translator {
@@ -528,7 +602,7 @@ public:
             out += "Class " + t + "\n    Private kD\n";
             if (list) out += ListMembers(lower == "combobox");
             out += "    Private Sub Class_Initialize()\n        Set kD = CreateObject(\"Scripting.Dictionary\")\n";
-            if (list) out += "        Init\n";
+            if (list) out += "        KivInit\n";
             out += "    End Sub\n    Public Function KivHostType()\n        KivHostType = \"" + t + "\"\n    End Function\n";
             for (const std::string& m : members_)
                 if (!list || !IsListMember(m)) out += BagProperty(m);
