@@ -1,6 +1,8 @@
 // Values between the automation VARIANT and the component's Variant.
 #include "com/automation.hpp"
 
+#include <dispex.h>
+
 #include <vector>
 
 namespace kiv::com {
@@ -35,7 +37,8 @@ public:
         std::wstring name(member.begin(), member.end());
         LPOLESTR names[] = {name.data()};
         DISPID id = DISPID_UNKNOWN;
-        if (FAILED(d_->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id))) Raise(kNotSupported);
+        if (FAILED(d_->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id)) && !scriptDispId(name, &id))
+            Raise(kNotSupported);
         return invokeById(id, kind, args);
     }
 
@@ -83,6 +86,8 @@ public:
         if (hr == DISP_E_MEMBERNOTFOUND || hr == DISP_E_UNKNOWNNAME) Raise(kNotSupported);
         if (hr == DISP_E_BADPARAMCOUNT) Raise(kWrongArgumentCount);
         if (hr == DISP_E_TYPEMISMATCH) Raise(kTypeMismatch);
+        // A script engine may answer its own run-time error as the HRESULT itself.
+        if (FAILED(hr) && HRESULT_FACILITY(hr) == FACILITY_CONTROL) Raise(HRESULT_CODE(hr));
         if (FAILED(hr)) Raise(440);
         Variant out = FromVariant(result);
         VariantClear(&result);
@@ -90,6 +95,20 @@ public:
     }
 
 private:
+    // Objects made by a script engine publish their names through
+    // IDispatchEx, and some engines answer only there.
+    bool scriptDispId(const std::wstring& name, DISPID* id) const {
+        // mingw's uuid library lacks IID_IDispatchEx.
+        static const GUID kIidDispatchEx = ParseGuid("A6EF9860-C720-11D0-9337-00A0C90DCAA9");
+        IDispatchEx* ex = nullptr;
+        if (FAILED(d_->QueryInterface(kIidDispatchEx, reinterpret_cast<void**>(&ex))) || ex == nullptr) return false;
+        BSTR text = SysAllocString(name.c_str());
+        const HRESULT hr = ex->GetDispID(text, fdexNameCaseInsensitive, id);
+        SysFreeString(text);
+        ex->Release();
+        return SUCCEEDED(hr);
+    }
+
     IDispatch* d_;
 };
 

@@ -64,6 +64,28 @@ Check "for each count", seen, 2
 Set k.DlK_TimMask = c
 Check "property put/get", k.DlK_TimMask.Count, 2
 
+' The script's own objects stand for the host's controls: the operations
+' reach their members by name, and an error they raise keeps its number.
+Class Lista
+    Public Property Get ListCount()
+        ListCount = 2
+    End Property
+    Public Property Get List(i)
+        List = "x" & i
+    End Property
+    Public Sub Clear()
+    End Sub
+    Public Sub AddItem(t)
+        Err.Raise 6
+    End Sub
+End Class
+Check "script object's members", k.List2Pipe(New Lista, ","), "x0,x1,"
+On Error Resume Next
+Err.Clear
+n = k.Pipe2List("a", New Lista)
+Check "script object's error", Err.Number, 6
+On Error GoTo 0
+
 '' A message box goes to the file KIV_MSGBOX_LOG names (unattended runs).
 Dim logPath : logPath = CreateObject("WScript.Shell").Environment("PROCESS")("KIV_MSGBOX_LOG")
 s = k.FmtNum(5, 3, 2)

@@ -2,6 +2,7 @@
 
 #include <cctype>
 #include <charconv>
+#include <map>
 #include <set>
 #include <stdexcept>
 
@@ -214,12 +215,25 @@ Function Canon(v)
             Else
                 Canon = "Object " & TypeName(v)
                 If Left(Canon, 8) = "Object _" Then Canon = "Object " & Mid(Canon, 9)
+                If TypeName(v) = "Object" Then Canon = "Object " & HostType(v)
             End If
         Case 10: Canon = "Missing"
         Case 11: If v Then Canon = "Boolean True" Else Canon = "Boolean False"
         Case 17: Canon = "Byte " & CStr(v)
         Case Else: Canon = "VarType " & VarType(v)
     End Select
+End Function
+
+' Wine names every script class "Object": the stand-ins for the host's
+' objects say their type themselves. The statement's own error is kept.
+Function HostType(v)
+    Dim n, d
+    n = Err.Number : d = Err.Description
+    On Error Resume Next
+    HostType = "Object"
+    HostType = v.KivHostType()
+    Err.Clear
+    If n <> 0 Then Err.Raise n, "kiv", d
 End Function
 
 Function LogSize()
@@ -413,6 +427,136 @@ bool IsRuntimeService(const std::string& lower) {
     return names.count(lower) > 0;
 }
 
+// A host object's property: stored when set, error 438 until then.
+std::string BagProperty(const std::string& m) {
+    const std::string key = "\"" + m + "\"";
+    return "    Public Property Get " + m + "()\n        If Not kD.Exists(" + key + ") Then Err.Raise 438\n        If IsObject(kD(" + key +
+           ")) Then Set " + m + " = kD(" + key + ") Else " + m + " = kD(" + key + ")\n    End Property\n    Public Property Let " + m +
+           "(v)\n        kD(" + key + ") = v\n    End Property\n    Public Property Set " + m + "(v)\n        If kD.Exists(" + key + ") Then kD.Remove " + key +
+           "\n        kD.Add " + key + ", v\n    End Property\n";
+}
+
+bool IsListMember(const std::string& lower) {
+    static const std::set<std::string> names = {"additem", "additemat", "removeitem", "clear", "list", "itemdata",
+                                                "listcount", "newindex", "listindex", "text", "hwnd"};
+    return names.count(lower) > 0;
+}
+
+// The members of a list or combo box, as kiv's list controls answer. VBScript
+// has no optional parameters: AddItem with an index is AddItemAt. A combo box
+// keeps its own text; a list box's text is the selected item's.
+constexpr const char* kListMembers = R"VBS(    Private kItems
+    Private kDatas
+    Private kN
+    Private kSel
+    Private kNew
+    Private kText
+    Private Sub KivInit()
+        kItems = Array() : kDatas = Array() : kN = 0 : kSel = -1 : kNew = -1 : kText = ""
+        kD("hwnd") = CLng(0)
+    End Sub
+    Private Function KivAt(i)
+        KivAt = CLng(i)
+        If KivAt < 0 Or KivAt >= kN Then Err.Raise 381, "kiv", "Invalid property array index"
+    End Function
+    Private Sub KivPick(k)
+        kSel = k
+        If kCombo Then If k >= 0 Then kText = kItems(k) Else kText = ""
+    End Sub
+    Public Sub AddItem(text)
+        AddItemAt text, kN
+    End Sub
+    Public Sub AddItemAt(text, index)
+        Dim t, k, j
+        t = CStr(text) : k = CLng(index)
+        If k < 0 Or k > kN Then Err.Raise 5
+        ReDim Preserve kItems(kN) : ReDim Preserve kDatas(kN)
+        For j = kN To k + 1 Step -1
+            kItems(j) = kItems(j - 1) : kDatas(j) = kDatas(j - 1)
+        Next
+        kItems(k) = t : kDatas(k) = CLng(0) : kN = kN + 1 : kNew = k
+        If kSel >= k Then kSel = kSel + 1
+    End Sub
+    Public Sub RemoveItem(index)
+        Dim k, j
+        k = CLng(index)
+        If k < 0 Or k >= kN Then Err.Raise 5
+        For j = k To kN - 2
+            kItems(j) = kItems(j + 1) : kDatas(j) = kDatas(j + 1)
+        Next
+        kN = kN - 1
+        If kN = 0 Then
+            kItems = Array() : kDatas = Array()
+        Else
+            ReDim Preserve kItems(kN - 1) : ReDim Preserve kDatas(kN - 1)
+        End If
+        If kSel = k Then
+            KivPick -1
+        ElseIf kSel > k Then
+            kSel = kSel - 1
+        End If
+    End Sub
+    Public Sub Clear()
+        kItems = Array() : kDatas = Array() : kN = 0 : kSel = -1 : kNew = -1 : kText = ""
+    End Sub
+    Public Property Get List(i)
+        List = kItems(KivAt(i))
+    End Property
+    Public Property Let List(i, v)
+        kItems(KivAt(i)) = CStr(v)
+    End Property
+    Public Property Get ItemData(i)
+        ItemData = kDatas(KivAt(i))
+    End Property
+    Public Property Let ItemData(i, v)
+        kDatas(KivAt(i)) = CLng(v)
+    End Property
+    Public Property Get ListCount()
+        ListCount = CInt(kN)
+    End Property
+    Public Property Let ListCount(v)
+        Err.Raise 450
+    End Property
+    Public Property Get NewIndex()
+        NewIndex = CInt(kNew)
+    End Property
+    Public Property Let NewIndex(v)
+        Err.Raise 450
+    End Property
+    Public Property Get ListIndex()
+        ListIndex = CInt(kSel)
+    End Property
+    Public Property Let ListIndex(v)
+        Dim k
+        k = CLng(v)
+        If k < -1 Or k >= kN Then Err.Raise 380, "kiv", "Invalid property value"
+        KivPick k
+    End Property
+    Public Property Get Text()
+        If kCombo Then
+            Text = kText
+        ElseIf kSel >= 0 Then
+            Text = kItems(kSel)
+        Else
+            Text = ""
+        End If
+    End Property
+    ' A text that names an item selects it, letter case aside.
+    Public Property Let Text(v)
+        Dim t, j
+        t = CStr(v) : kSel = -1
+        For j = kN - 1 To 0 Step -1
+            If StrComp(kItems(j), t, 1) = 0 Then kSel = j
+        Next
+        kText = t
+    End Property
+)VBS";
+
+std::string ListMembers(bool combo) {
+    return std::string("    Private Property Get kCombo()\n        kCombo = ") + (combo ? "True" : "False") +
+           "\n    End Property\n" + kListMembers + BagProperty("hwnd");
+}
+
 class Translator {
 public:
     std::string line(const ScriptLine& l) {
@@ -448,12 +592,20 @@ public:
 
     const std::set<std::string>& variables() const { return variables_; }
 
-    // One class per host type: every member name the file uses, as a field.
+    // One class per host type. Every member name the file uses is a property
+    // that comes into being when set and is error 438 until then, as kiv's
+    // host objects; list and combo boxes keep their items as the driver's do.
     std::string hostClasses() const {
         std::string out;
-        for (const std::string& t : hostTypes_) {
-            out += "Class " + t + "\n";
-            for (const std::string& m : members_) out += "    Public " + m + "\n";
+        for (const auto& [lower, t] : hostTypes_) {
+            const bool list = lower == "listbox" || lower == "combobox";
+            out += "Class " + t + "\n    Private kD\n";
+            if (list) out += ListMembers(lower == "combobox");
+            out += "    Private Sub Class_Initialize()\n        Set kD = CreateObject(\"Scripting.Dictionary\")\n";
+            if (list) out += "        KivInit\n";
+            out += "    End Sub\n    Public Function KivHostType()\n        KivHostType = \"" + t + "\"\n    End Function\n";
+            for (const std::string& m : members_)
+                if (!list || !IsListMember(m)) out += BagProperty(m);
             out += "End Class\nFunction Make_" + t + "()\n    Set Make_" + t + " = New " + t + "\nEnd Function\n";
         }
         return out;
@@ -485,9 +637,9 @@ private:
             const std::string l = Lower(type);
             const bool identifier = !type.empty() && std::isalpha(static_cast<unsigned char>(type[0])) &&
                                     type.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_") == std::string::npos;
-            if (identifier && l != "listbox" && l != "combobox") {
-                hostTypes_.insert(type);
-                return "Make_" + type;
+            if (identifier) {
+                const std::string& spelling = hostTypes_.emplace(l, type).first->second;
+                return "Make_" + spelling;
             }
         }
         if (lower == "hostobject" || lower == "hostwindow")
@@ -540,7 +692,8 @@ private:
                 return callee(e.name) + "(" + args(e.args) + ")";
             case Expr::Kind::Member: {
                 members_.insert(Lower(e.name));
-                std::string out = expr(*e.object) + "." + e.name;
+                const bool at = Lower(e.name) == "additem" && e.parens && e.args.size() == 2;
+                std::string out = expr(*e.object) + "." + (at ? std::string("AddItemAt") : e.name);
                 if (e.parens) out += "(" + args(e.args) + ")";
                 else if (!e.args.empty()) throw Untranslatable("member arguments without parentheses");
                 return out;
@@ -586,7 +739,7 @@ private:
 
     std::set<std::string> variables_;
     std::set<std::string> tainted_;
-    std::set<std::string> hostTypes_;
+    std::map<std::string, std::string> hostTypes_;  // lower case -> as first written
     std::set<std::string> members_;
 };
 
