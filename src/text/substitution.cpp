@@ -118,20 +118,19 @@ Variant Cl_KIV::SostWord(const Variant& Str_0, const String& Str_Find, const Str
     return out.append(W, copied, String::npos);
 }
 
-// Each call works on the unchanged S and only the last result is kept, so in
-// effect only code 31 is replaced. Hosts rely on exactly that.
+// The steps call SostChar for each code from 0 to 31, each time on the
+// unchanged S, keeping only the last result: in effect only code 31 is
+// replaced, and hosts rely on exactly that. The earlier calls can neither
+// fail nor change anything (SostChar never lengthens a text), so only the
+// last is made.
 String Cl_KIV::SostLoChar(const String& S, const String& Nuovo) {
-    String result;
-    for (int code = 0; code <= 31; ++code) result = SostChar(S, String(1, Cp1252Char(static_cast<unsigned char>(code))), Nuovo);
-    return result;
+    return SostChar(S, String(1, Cp1252Char(31)), Nuovo);
 }
 
-// As SostLoChar: only code 255 ("ÿ", and "Ÿ" through the case-blind lookup)
-// survives as an effect.
+// As SostLoChar, over the codes 128 to 255: only code 255 ("ÿ", and "Ÿ"
+// through the case-blind lookup) survives as an effect.
 String Cl_KIV::SostHiChar(const String& S, const String& Nuovo) {
-    String result;
-    for (int code = 128; code <= 255; ++code) result = SostChar(S, String(1, Cp1252Char(static_cast<unsigned char>(code))), Nuovo);
-    return result;
+    return SostChar(S, String(1, Cp1252Char(255)), Nuovo);
 }
 
 String Cl_KIV::Apo_No(const String& S) {
