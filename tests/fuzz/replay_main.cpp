@@ -12,16 +12,17 @@ extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) __attribute__((weak
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 int main(int argc, char** argv) {
-    if (LLVMFuzzerInitialize != nullptr) LLVMFuzzerInitialize(&argc, &argv);
     std::vector<std::filesystem::path> inputs;
     for (int i = 1; i < argc; ++i) {
         if (std::filesystem::is_directory(argv[i])) {
             for (const auto& e : std::filesystem::directory_iterator(argv[i]))
-                if (e.is_regular_file()) inputs.push_back(e.path());
+                if (e.is_regular_file()) inputs.push_back(std::filesystem::absolute(e.path()));
         } else {
-            inputs.emplace_back(argv[i]);
+            inputs.emplace_back(std::filesystem::absolute(argv[i]));
         }
     }
+    // Read before the target's start, which may change the current folder.
+    if (LLVMFuzzerInitialize != nullptr) LLVMFuzzerInitialize(&argc, &argv);
     for (const auto& input : inputs) {
         std::ifstream in(input, std::ios::binary);
         const std::vector<char> bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
