@@ -42,6 +42,8 @@ INSTANTIATE_TEST_SUITE_P(
         Case{codes::kSymEan8, u"96385074", u"96385074", true, false},
         Case{codes::kSymEan8, u"96385075", u"96385075", false, false},
         Case{codes::kSymEan8, u"963850", u"963850", false, false},
+        // One place too many, though its last place is the check of the first seven.
+        Case{codes::kSymEan8, u"96385074?", u"96385074?", false, false},
         Case{codes::kSymEan13, u"400638133393?", u"4006381333931", true, true},
         Case{codes::kSymEan13, u"400638133393", u"4006381333931", true, true},
         Case{codes::kSymEan13, u"40063813339A1", u"40063813339A1", false, false},
