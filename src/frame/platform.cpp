@@ -43,6 +43,16 @@ PlatformSettings PlatformSettings::fromEnvironment() {
 
 std::string PlatformSettings::defaultDriveC() { return DataFolder() + "/drive-c"; }
 
+SystemPlatform::SystemPlatform(PlatformSettings settings, const SeamMakers& make)
+    : settings_(std::move(settings)),
+      host_(make.host(settings_)),
+      files_(make.files(settings_)),
+      fileTable_(make.fileTable(settings_)),
+      profiles_(make.profiles(settings_)),
+      registry_(make.registry(settings_)),
+      windows_(make.windows(settings_)),
+      machine_(make.machine(settings_)) {}
+
 Platform& CurrentPlatform() {
     std::shared_ptr<Platform>& p = Installed();
     if (!p) p = MakeSystemPlatform(PlatformSettings::fromEnvironment());

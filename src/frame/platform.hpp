@@ -54,6 +54,42 @@ public:
     virtual const PlatformSettings& settings() const = 0;
 };
 
+// How one system makes its seams, each from the settings.
+struct SeamMakers {
+    std::unique_ptr<Host> (*host)(const PlatformSettings&);
+    std::unique_ptr<FileSystem> (*files)(const PlatformSettings&);
+    std::unique_ptr<FileTable> (*fileTable)(const PlatformSettings&);
+    std::unique_ptr<ProfileFiles> (*profiles)(const PlatformSettings&);
+    std::unique_ptr<RegistryStore> (*registry)(const PlatformSettings&);
+    std::unique_ptr<WindowSystem> (*windows)(const PlatformSettings&);
+    std::unique_ptr<Machine> (*machine)(const PlatformSettings&);
+};
+
+// A platform made of one system's seams (POSIX, Windows). A host or a test
+// derives from it to replace a seam.
+class SystemPlatform : public Platform {
+public:
+    SystemPlatform(PlatformSettings settings, const SeamMakers& make);
+    Host& host() override { return *host_; }
+    FileSystem& files() override { return *files_; }
+    FileTable& fileTable() override { return *fileTable_; }
+    ProfileFiles& profiles() override { return *profiles_; }
+    RegistryStore& registry() override { return *registry_; }
+    WindowSystem& windows() override { return *windows_; }
+    Machine& machine() override { return *machine_; }
+    const PlatformSettings& settings() const override { return settings_; }
+
+private:
+    PlatformSettings settings_;
+    std::unique_ptr<Host> host_;
+    std::unique_ptr<FileSystem> files_;
+    std::unique_ptr<FileTable> fileTable_;
+    std::unique_ptr<ProfileFiles> profiles_;
+    std::unique_ptr<RegistryStore> registry_;
+    std::unique_ptr<WindowSystem> windows_;
+    std::unique_ptr<Machine> machine_;
+};
+
 // The platform in force. Until one is installed this is the system's own,
 // with settings from the environment.
 Platform& CurrentPlatform();

@@ -3,14 +3,9 @@
 namespace kiv {
 
 PosixPlatform::PosixPlatform(PlatformSettings settings)
-    : settings_(std::move(settings)),
-      host_(MakePosixHost(settings_)),
-      files_(MakePosixFileSystem(settings_)),
-      fileTable_(MakePosixFileTable(settings_)),
-      profiles_(MakePosixProfileFiles(settings_)),
-      registry_(MakePosixRegistryStore(settings_)),
-      windows_(MakePosixWindowSystem(settings_)),
-      machine_(MakePosixMachine(settings_)) {}
+    : SystemPlatform(std::move(settings),
+                     {MakePosixHost, MakePosixFileSystem, MakePosixFileTable, MakePosixProfileFiles,
+                      MakePosixRegistryStore, MakePosixWindowSystem, MakePosixMachine}) {}
 
 std::shared_ptr<Platform> MakeSystemPlatform(PlatformSettings settings) {
     return std::make_shared<PosixPlatform>(std::move(settings));

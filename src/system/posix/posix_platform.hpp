@@ -18,27 +18,9 @@ std::unique_ptr<RegistryStore> MakePosixRegistryStore(const PlatformSettings& se
 std::unique_ptr<WindowSystem> MakePosixWindowSystem(const PlatformSettings& settings);
 std::unique_ptr<Machine> MakePosixMachine(const PlatformSettings& settings);
 
-class PosixPlatform : public Platform {
+class PosixPlatform : public SystemPlatform {
 public:
     explicit PosixPlatform(PlatformSettings settings);
-    Host& host() override { return *host_; }
-    FileSystem& files() override { return *files_; }
-    FileTable& fileTable() override { return *fileTable_; }
-    ProfileFiles& profiles() override { return *profiles_; }
-    RegistryStore& registry() override { return *registry_; }
-    WindowSystem& windows() override { return *windows_; }
-    Machine& machine() override { return *machine_; }
-    const PlatformSettings& settings() const override { return settings_; }
-
-private:
-    PlatformSettings settings_;
-    std::unique_ptr<Host> host_;
-    std::unique_ptr<FileSystem> files_;
-    std::unique_ptr<FileTable> fileTable_;
-    std::unique_ptr<ProfileFiles> profiles_;
-    std::unique_ptr<RegistryStore> registry_;
-    std::unique_ptr<WindowSystem> windows_;
-    std::unique_ptr<Machine> machine_;
 };
 
 }  // namespace kiv

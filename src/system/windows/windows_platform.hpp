@@ -17,27 +17,9 @@ std::unique_ptr<RegistryStore> MakeWindowsRegistryStore(const PlatformSettings& 
 std::unique_ptr<WindowSystem> MakeWindowsWindowSystem(const PlatformSettings& settings);
 std::unique_ptr<Machine> MakeWindowsMachine(const PlatformSettings& settings);
 
-class WindowsPlatform final : public Platform {
+class WindowsPlatform final : public SystemPlatform {
 public:
     explicit WindowsPlatform(PlatformSettings settings);
-    Host& host() override { return *host_; }
-    FileSystem& files() override { return *files_; }
-    FileTable& fileTable() override { return *fileTable_; }
-    ProfileFiles& profiles() override { return *profiles_; }
-    RegistryStore& registry() override { return *registry_; }
-    WindowSystem& windows() override { return *windows_; }
-    Machine& machine() override { return *machine_; }
-    const PlatformSettings& settings() const override { return settings_; }
-
-private:
-    PlatformSettings settings_;
-    std::unique_ptr<Host> host_;
-    std::unique_ptr<FileSystem> files_;
-    std::unique_ptr<FileTable> fileTable_;
-    std::unique_ptr<ProfileFiles> profiles_;
-    std::unique_ptr<RegistryStore> registry_;
-    std::unique_ptr<WindowSystem> windows_;
-    std::unique_ptr<Machine> machine_;
 };
 
 }  // namespace kiv
