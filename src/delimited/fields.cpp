@@ -182,6 +182,12 @@ public:
     FieldWalk(const String& T_Row, const String& Sep) : row_(T_Row), sep_(Sep) {
         if (!Sep.empty()) starts_.emplace(T_Row, Sep, 32767);
     }
+    // Field k, trimmed or not.
+    String field(Integer k, bool trimmed) const {
+        if (k <= 0) return String();
+        const PaddedRow w = Padded(row_, k, sep_);
+        return FieldText(w, StepsOver(*starts_, sep_.size(), w.size(), static_cast<std::size_t>(k)), trimmed);
+    }
     // Whether field k, trimmed or not, is `text`. A field that stays the
     // same from one k to the next (the scan stuck) is not compared again.
     bool fieldIs(Integer k, bool trimmed, const String& text) {
@@ -257,6 +263,19 @@ String Cl_KIV::GetPipeStr(const String& T_Row, Integer Pos, const String& Sep, B
     if (Pos <= 0) return String();
     const PaddedRow w = Padded(T_Row, Pos, Sep);
     return FieldText(w, ScanFields(w, Sep, Pos), Trimmed);
+}
+
+// Every field through GetPipeStr, one per row; the fields are walked once
+// rather than each scanned from the record's start.
+String Cl_KIV::Pipe2Rows(const String& T_Row, const String& Sep, Boolean Trimmed, const String& RowSep) {
+    const Long n = PipeCount(T_Row, Sep);
+    const FieldWalk walk(T_Row, Sep);
+    String result;
+    for (Long k = 1; k <= n; ++k) {
+        if (k > 1) result += RowSep;
+        result += walk.field(CheckedInteger(k), Trimmed);
+    }
+    return result;
 }
 
 Double Cl_KIV::GetPipeNumber(const String& T_Row, Integer Pos, const String& Sep) {

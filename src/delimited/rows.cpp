@@ -1,5 +1,6 @@
-// A record rendered as rows: one field per row for a message or a text box,
-// or fixed-width columns for a printed report in a fixed-pitch font.
+// Records rendered as rows: fixed-width columns for a printed report in a
+// fixed-pitch font. (One field per row, Pipe2Rows, walks the fields with the
+// field reads.)
 #include <cmath>
 
 #include "frame/cl_kiv.hpp"
@@ -8,16 +9,6 @@
 #include "frame/strings.hpp"
 
 namespace kiv {
-
-String Cl_KIV::Pipe2Rows(const String& T_Row, const String& Sep, Boolean Trimmed, const String& RowSep) {
-    const Long n = PipeCount(T_Row, Sep);
-    String result;
-    for (Long k = 1; k <= n; ++k) {
-        if (k > 1) result += RowSep;
-        result += GetPipeStr(T_Row, CheckedInteger(k), Sep, Trimmed);
-    }
-    return result;
-}
 
 String Cl_KIV::Pipe2STRows(const String& T_Rows, const String& Larghezze, const String& Sep, const String& Gap,
                            const String& RowSep) {

@@ -6,6 +6,7 @@
 #include <random>
 
 #include "frame/cl_kiv.hpp"
+#include "frame/errors.hpp"
 
 namespace kiv {
 namespace {
@@ -34,6 +35,24 @@ String RandomRecord(std::mt19937& rng, const String& alphabet, std::size_t lengt
     return row;
 }
 
+// Pipe2Rows walks the fields once; it must answer as its steps read:
+// PipeCount, then GetPipeStr of each field.
+String RowsAsTheStepsRead(Cl_KIV& kiv, const String& row, const String& sep, bool trimmed) {
+    String rows;
+    for (Long k = 1, n = kiv.PipeCount(row, sep); k <= n; ++k)
+        rows += (k > 1 ? u"/" : u"") + kiv.GetPipeStr(row, CheckedInteger(k), sep, trimmed);
+    return rows;
+}
+
+void ExpectSameRows(Cl_KIV& kiv, const String& row, const String& sep, bool trimmed) {
+    String expected, got;
+    int expectedError = 0, gotError = 0;
+    try { expected = RowsAsTheStepsRead(kiv, row, sep, trimmed); } catch (const RuntimeError& e) { expectedError = e.number(); }
+    try { got = kiv.Pipe2Rows(row, sep, trimmed, u"/"); } catch (const RuntimeError& e) { gotError = e.number(); }
+    ASSERT_EQ(gotError, expectedError) << "row of " << row.size();
+    ASSERT_EQ(got, expected);
+}
+
 void ExpectSameAsLiteral(const String& sep, const String& alphabet) {
     Cl_KIV kiv;
     std::mt19937 rng(20260315);
@@ -47,6 +66,7 @@ void ExpectSameAsLiteral(const String& sep, const String& alphabet) {
             ASSERT_EQ(kiv.PipeBegin(row, p, sep), static_cast<Long>(LiteralScan(row, pos, pos - 1, sep).cursor))
                 << "pos " << pos;
         }
+        ExpectSameRows(kiv, row, sep, trial % 2 == 0);
     }
 }
 
