@@ -1,14 +1,28 @@
-// Records rendered as rows: fixed-width columns for a printed report in a
-// fixed-pitch font. (One field per row, Pipe2Rows, walks the fields with the
-// field reads.)
+// A record rendered as rows: one field per row for a message or a text box,
+// or fixed-width columns for a printed report in a fixed-pitch font. Both
+// walk the fields once rather than scanning each from the record's start.
 #include <cmath>
 
+#include "delimited/field_scan.hpp"
 #include "frame/cl_kiv.hpp"
 #include "frame/errors.hpp"
 #include "frame/runtime.hpp"
 #include "frame/strings.hpp"
 
 namespace kiv {
+
+using namespace delimited;
+
+String Cl_KIV::Pipe2Rows(const String& T_Row, const String& Sep, Boolean Trimmed, const String& RowSep) {
+    const Long n = PipeCount(T_Row, Sep);
+    const FieldWalk walk(T_Row, Sep);
+    String result;
+    for (Long k = 1; k <= n; ++k) {
+        if (k > 1) result += RowSep;
+        result += walk.field(CheckedInteger(k), Trimmed);
+    }
+    return result;
+}
 
 String Cl_KIV::Pipe2STRows(const String& T_Rows, const String& Larghezze, const String& Sep, const String& Gap,
                            const String& RowSep) {
@@ -32,8 +46,9 @@ String Cl_KIV::Pipe2STRows(const String& T_Rows, const String& Larghezze, const 
     };
     std::vector<Column> columns;
     const Long c = PipeCount(Larghezze, Sep);
+    const FieldWalk widths(Larghezze, Sep);
     for (Long k = 1; k <= c; ++k) {
-        String q = UCase(GetPipeStr(Larghezze, CheckedInteger(k), Sep, true));
+        String q = UCase(widths.field(CheckedInteger(k), true));
         char16_t align = u'S';
         if (!q.empty() && (q.back() == u'S' || q.back() == u'D' || q.back() == u'C')) {
             align = q.back();
@@ -47,11 +62,12 @@ String Cl_KIV::Pipe2STRows(const String& T_Rows, const String& Larghezze, const 
     String result;
     for (std::size_t r = 0; r < records.size(); ++r) {
         if (r > 0) result += RowSep;
+        const FieldWalk fields(records[r], Sep);
         bool first = true;
         for (std::size_t k = 0; k < columns.size(); ++k) {
             const Integer w = columns[k].width;
             if (w < 1) continue;  // a hidden column gives no cell and no gap
-            Variant f(GetPipeStr(records[r], CheckedInteger(static_cast<std::int64_t>(k) + 1), Sep));
+            Variant f(fields.field(CheckedInteger(static_cast<std::int64_t>(k) + 1), false));
             String cell;
             switch (columns[k].align) {
                 case u'D': cell = MettiADes(f, w); break;
