@@ -38,6 +38,13 @@ PlatformSettings PlatformSettings::fromEnvironment() {
     s.registryFolder = Environment("KIV_REGISTRY");
     if (s.registryFolder.empty()) s.registryFolder = DataFolder() + "/registry";
     s.utf8Files = !Environment("KIV_TEXT_UTF8").empty() && Environment("KIV_TEXT_UTF8") != "0";
+    // Facts of the host and the machine pinned for unattended runs, as `kiv --pin`
+    // does; a variable that is set but empty pins the empty fact.
+    for (const char* fact : {"app", "winver", "winbit", "pcname", "username", "ip"}) {
+        std::string name = "KIV_PIN_";
+        for (const char* c = fact; *c != '\0'; ++c) name += static_cast<char>(std::toupper(static_cast<unsigned char>(*c)));
+        if (const char* v = std::getenv(name.c_str())) s.pins[fact] = v;
+    }
     return s;
 }
 

@@ -49,6 +49,18 @@ TEST(Component, StripNulsDropsTheCharacterAfterEachNul) {
     EXPECT_EQ(ClKivPrivate::StripNuls(k, Variant(u"")), u"");
 }
 
+TEST(Component, EnvironmentPinsFactsAndAnEmptyVariablePinsEmpty) {
+    setenv("KIV_PIN_PCNAME", "UFFICIO9", 1);
+    setenv("KIV_PIN_IP", "", 1);
+    unsetenv("KIV_PIN_USERNAME");
+    const PlatformSettings s = PlatformSettings::fromEnvironment();
+    unsetenv("KIV_PIN_PCNAME");
+    unsetenv("KIV_PIN_IP");
+    EXPECT_EQ(s.pins.at("pcname"), "UFFICIO9");
+    EXPECT_EQ(s.pins.at("ip"), "");
+    EXPECT_FALSE(s.pins.contains("username"));
+}
+
 // Each handle wrapper keeps the platform's code of its call.
 TEST(Component, RegistryWrappersKeepTheLastResult) {
     std::string pattern = (std::filesystem::temp_directory_path() / "kivlast-XXXXXX").string();

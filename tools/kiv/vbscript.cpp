@@ -351,10 +351,39 @@ Sub WriteText(path, text)
     f.Close
 End Sub
 
+' The host's rules for a name that no file can have, and for folders, which
+' the file object's calls do not follow. Nothing follows a raise: Wine may
+' resume inside the procedure.
+Function BadName(path)
+    BadName = InStr(path, Chr(0)) > 0 Or InStr(path, "?") > 0 Or InStr(path, "*") > 0
+End Function
+
+Sub MakeFolder(path)
+    If FSO.FolderExists(path) Or FSO.FileExists(path) Then
+        Err.Raise 75, "kiv", "Path/File access error"
+    Else
+        FSO.CreateFolder path
+    End If
+End Sub
+
+Sub RemoveFolder(path)
+    Dim full : full = False
+    If FSO.FolderExists(path) Then full = FSO.GetFolder(path).Files.Count > 0 Or FSO.GetFolder(path).SubFolders.Count > 0
+    If full Then
+        Err.Raise 75, "kiv", "Path/File access error"
+    Else
+        FSO.DeleteFolder path
+    End If
+End Sub
+
 Function ReadText(path)
-    Dim f : Set f = FSO.OpenTextFile(path, 1, False, 0)
-    If f.AtEndOfStream Then ReadText = "" Else ReadText = f.ReadAll()
-    f.Close
+    If BadName(path) Then
+        Err.Raise 52, "kiv", "Bad file name or number"
+    Else
+        Dim f : Set f = FSO.OpenTextFile(path, 1, False, 0)
+        If f.AtEndOfStream Then ReadText = "" Else ReadText = f.ReadAll()
+        f.Close
+    End If
 End Function
 
 Function FileLen(path)
@@ -574,8 +603,8 @@ public:
             case Statement::Kind::FileCommand: {
                 const std::string path = expr(*s.operands[0]);
                 if (s.name == "kill") return "FSO.DeleteFile " + path;
-                if (s.name == "mkdir") return "FSO.CreateFolder " + path;
-                return "FSO.DeleteFolder " + path;
+                if (s.name == "mkdir") return "MakeFolder " + path;
+                return "RemoveFolder " + path;
             }
             default: throw Untranslatable("the host's numbered files (Open, Print #, Line Input, Close) belong to a VB host, not to VBScript");
         }

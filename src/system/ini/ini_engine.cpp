@@ -127,16 +127,21 @@ std::optional<std::string_view> Lookup(std::string_view file, std::string_view s
     return value;
 }
 
+// What could not be read back as written is refused rather than torn into
+// other lines or read as something else.
+bool Writable(std::string_view section, std::optional<std::string_view> key, std::optional<std::string_view> value) {
+    section = TrimBlanks(section);
+    if (key) key = TrimBlanks(*key);
+    if (HasLineEnd(section) || (key && HasLineEnd(*key)) || (value && HasLineEnd(*value))) return false;
+    return !(key && value &&
+             (key->find('=') != std::string_view::npos || (!key->empty() && (key->front() == '[' || key->front() == ';'))));
+}
+
 Edit Update(std::string_view file, std::string_view section, std::optional<std::string_view> key,
             std::optional<std::string_view> value, const NameMatch& same) {
     section = TrimBlanks(section);
     if (key) key = TrimBlanks(*key);
-    // What could not be read back as written is refused rather than torn
-    // into other lines or read as something else.
-    if (HasLineEnd(section) || (key && HasLineEnd(*key)) || (value && HasLineEnd(*value))) return {Edit::Refused, {}};
-    if (key && value &&
-        (key->find('=') != std::string_view::npos || (!key->empty() && (key->front() == '[' || key->front() == ';'))))
-        return {Edit::Refused, {}};
+    if (!Writable(section, key, value)) return {Edit::Refused, {}};
 
     const Found found = Find(file, section, key, same);
     auto splice = [&](std::size_t from, std::size_t to, std::string_view with) {

@@ -39,6 +39,10 @@ struct Edit {
     std::string text;  // the whole new file, when Changed
 };
 
+// False when a name or the value would not read back as written (a line end
+// inside, a key that would read as a section, comment or another key).
+bool Writable(std::string_view section, std::optional<std::string_view> key, std::optional<std::string_view> value);
+
 // Sets `key` of `section` to `value`; without a value the key goes, without
 // a key the whole section goes (the platform's special calls). Refused when
 // a name or the value would not read back as written (a line end inside, a

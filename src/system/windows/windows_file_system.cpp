@@ -2,6 +2,8 @@
 // name matching, case and the errors are the system's own.
 #include <windows.h>
 
+#include <cctype>
+
 #include "frame/code_page.hpp"
 #include "frame/errors.hpp"
 #include "frame/strings.hpp"
@@ -61,6 +63,11 @@ public:
 
     fs::path nativePath(const String& path) override {
         if (path.find(u'\0') != String::npos || path.size() > kLongestPath) Raise(kBadFileNameOrNumber);
+        // A drive the machine does not have is a path not found, for every operation alike.
+        if (path.size() >= 2 && path[1] == u':' && path[0] < 128 && std::isalpha(static_cast<int>(path[0]))) {
+            const wchar_t root[] = {static_cast<wchar_t>(path[0]), L':', L'\\', L'\0'};
+            if (GetDriveTypeW(root) == DRIVE_NO_ROOT_DIR) Raise(kPathNotFound);
+        }
         return fs::path(wide(path));
     }
     std::string encodeText(const String& text) override {

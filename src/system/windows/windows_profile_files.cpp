@@ -7,6 +7,7 @@
 #include <string>
 
 #include "frame/code_page.hpp"
+#include "system/ini/ini_engine.hpp"
 #include "system/windows/windows_platform.hpp"
 
 namespace kiv {
@@ -29,6 +30,10 @@ public:
                      const String& file) override {
         const std::string k = key ? ToCp1252(*key) : std::string();
         const std::string v = value ? ToCp1252(*value) : std::string();
+        // kernel32 would write a line end into the file, starting a section or key of its own.
+        if (!ini::Writable(ToCp1252(section), key ? std::optional<std::string_view>(k) : std::nullopt,
+                           value ? std::optional<std::string_view>(v) : std::nullopt))
+            return 0;
         return WritePrivateProfileStringA(ToCp1252(section).c_str(), key ? k.c_str() : nullptr,
                                           value ? v.c_str() : nullptr, ToCp1252(file).c_str())
                    ? 1
