@@ -44,27 +44,10 @@ HRESULT Fail(EXCEPINFO* info, HRESULT scode, const std::string& text, const std:
 }
 
 // IEnumVARIANT over a snapshot of a collection's items.
-class Enumerator final : public IEnumVARIANT {
+class Enumerator final : public Unknown<IEnumVARIANT, IID_IEnumVARIANT> {
 public:
-    explicit Enumerator(std::vector<Variant> items, std::size_t next = 0) : items_(std::move(items)), next_(next) { ++gModuleRefs; }
-    ~Enumerator() { --gModuleRefs; }
+    explicit Enumerator(std::vector<Variant> items, std::size_t next = 0) : items_(std::move(items)), next_(next) {}
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
-        if (out == nullptr) return E_POINTER;
-        if (iid == IID_IUnknown || iid == IID_IEnumVARIANT) {
-            *out = static_cast<IEnumVARIANT*>(this);
-            AddRef();
-            return S_OK;
-        }
-        *out = nullptr;
-        return E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++refs_; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG n = --refs_;
-        if (n == 0) delete this;
-        return n;
-    }
     HRESULT STDMETHODCALLTYPE Next(ULONG count, VARIANT* out, ULONG* fetched) override {
         ULONG done = 0;
         try {
@@ -93,7 +76,6 @@ public:
 private:
     std::vector<Variant> items_;
     std::size_t next_;
-    std::atomic<ULONG> refs_{1};
 };
 
 class AutomationObject;

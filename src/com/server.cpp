@@ -35,27 +35,10 @@ int HexDigit(char c) {
     return c - 'A' + 10;
 }
 
-class ClassFactory final : public IClassFactory {
+class ClassFactory final : public Unknown<IClassFactory, IID_IClassFactory> {
 public:
-    explicit ClassFactory(const ClassInfo& info) : info_(info) { ++gModuleRefs; }
-    ~ClassFactory() { --gModuleRefs; }
+    explicit ClassFactory(const ClassInfo& info) : info_(info) {}
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
-        if (out == nullptr) return E_POINTER;
-        if (iid == IID_IUnknown || iid == IID_IClassFactory) {
-            *out = static_cast<IClassFactory*>(this);
-            AddRef();
-            return S_OK;
-        }
-        *out = nullptr;
-        return E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++refs_; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG n = --refs_;
-        if (n == 0) delete this;
-        return n;
-    }
     HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** out) override {
         if (out == nullptr) return E_POINTER;
         *out = nullptr;
@@ -77,7 +60,6 @@ public:
 
 private:
     const ClassInfo& info_;
-    std::atomic<ULONG> refs_{1};
 };
 
 bool SetValue(HKEY root, const std::wstring& key, const wchar_t* name, const std::wstring& value) {
