@@ -6,12 +6,25 @@ and conformance files). A mutant no test fails on is a survivor: either a
 missing case or an equivalent change, to be judged by reading it.
 
   tools/mutate.py [--build DIR] [--max N] [--seed S] [--list] FILE...
+  tools/mutate.py --matrix OUT.jsonl [...] FILE...
+  tools/mutate.py --redundant [--tests REGEX] OUT.jsonl...
+
+With --matrix every mutant runs every fast case instead of stopping at the
+first failure, and one line per mutant records which cases killed it: a
+conformance case as FILE.kiv:LINE, a unit test by its name. A case that kills
+nothing its siblings do not kill is a candidate to drop; --redundant lists
+those printing cases of the conformance files, keeping every operation's
+last case (a mutant cannot reach what a case checks in a message or a table).
 """
 import argparse
+import json
+import os
 import random
 import re
+import shutil
 import subprocess
 import sys
+import tempfile
 import time
 from pathlib import Path
 
@@ -87,15 +100,156 @@ def run(cmd, timeout):
         return -1
 
 
+# The case files `kiv check` runs, with the options ctest gives them.
+NOW = "2026-03-15 14:05:09"
+PINS = ["--pin", "winver=Windows 10 10.0.19045", "--pin", "winbit=64", "--pin", "pcname=UFFICIO1",
+        "--pin", "username=mario", "--pin", "ip=192.168.1.20"]
+CASE_LINE = re.compile(r"^(?:.*/)?([\w.]+\.kiv):(\d+): ")
+# Unit tests that spend seconds on processes or a million values: left out of
+# the matrix, which would otherwise be run ten times slower.
+SLOW_UNITS = "RegistryStoreCrash.*:IniProcesses.*:DelimitedScan.Longer*:LinearPaths.*:FmtNumDirectLayout.*:Table.NumbersFromOneTo511:DecimalDigitsOfADouble.*:RegistryStoreConcurrency.*"
+
+
+def case_kills(build):
+    """Every failing case of the fast tests: conformance lines and unit tests."""
+    kiv = str(Path(build, "kiv").resolve())
+    work = tempfile.mkdtemp(prefix="kiv-matrix-")
+    kills = set()
+    try:
+        os.makedirs(f"{work}/c/Windows")
+        units = subprocess.Popen([str(Path(build, "kiv_tests").resolve()), f"--gtest_filter=-{SLOW_UNITS}"],
+                                 cwd=work, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+        files = sorted(ROOT.glob("tests/conformance/*.kiv")) + [ROOT / "tests/system/empty_facts.kiv",
+                                                                ROOT / "examples/tour.kiv"]
+        for f in files:
+            extra = ["--pin", "ip=", "--pin", "username=", "--pin", "winbit=x64"] if f.name == "empty_facts.kiv" else []
+            try:
+                r = subprocess.run([kiv, "--now", NOW, "--drive-c", f"{work}/c", "--registry",
+                                    f"{work}/reg/{f.stem}", *PINS, *extra, "check", str(f)],
+                                   cwd=work, capture_output=True, text=True, timeout=30)
+                found = {f"{m.group(1)}:{m.group(2)}" for m in map(CASE_LINE.match, r.stdout.splitlines()) if m}
+                if r.returncode != 0 and not found:
+                    found = {f"{f.name}:*"}
+            except subprocess.TimeoutExpired:
+                found = {f"{f.name}:*"}
+            kills |= found
+        try:
+            out, _ = units.communicate(timeout=120)
+        except subprocess.TimeoutExpired:
+            units.kill()
+            out, _ = units.communicate()
+        failed = set(re.findall(r"^\[  FAILED  \] (\w+\.\w+)", out, re.M))
+        if units.returncode not in (0, 1) or (units.returncode == 1 and not failed):
+            started = re.findall(r"^\[ RUN      \] (\w+\.\w+)", out, re.M)
+            failed.add(f"{started[-1] if started else 'units'}:crashed")
+        kills |= {f"unit:{t}" for t in failed}
+    finally:
+        shutil.rmtree(work, ignore_errors=True)
+    return sorted(kills)
+
+
+def matrix(args, todo, build):
+    if run(build, 1800) != 0 or case_kills(args.build):
+        print("the unmutated tree does not build or pass its tests", file=sys.stderr)
+        return 2
+    # A random order, so that a run stopped early is still a fair sample.
+    random.Random(args.seed).shuffle(todo)
+    done = set()
+    out = Path(args.matrix)
+    if out.exists():  # resumes a run that was stopped
+        done = {json.loads(line)["where"] for line in out.read_text().splitlines() if line.strip()}
+    with out.open("a") as sink:
+        try:
+            for k, (path, lines, (no, new, what)) in enumerate(todo, 1):
+                where = f"{path.relative_to(ROOT)}:{no + 1}: {what}: {new.strip()}"
+                if where in done:
+                    continue
+                original = "".join(lines)
+                path.write_text("".join(lines[:no] + [new] + lines[no + 1:]))
+                t = time.time()
+                try:
+                    kills = None if run(build, 1800) != 0 else case_kills(args.build)
+                finally:
+                    path.write_text(original)
+                sink.write(json.dumps({"where": where, "kills": kills}) + "\n")
+                sink.flush()
+                verdict = "does not build" if kills is None else f"{len(kills)} cases" if kills else "SURVIVED"
+                print(f"[{k}/{len(todo)}] {where[:90]}: {verdict} ({time.time() - t:.0f} s)", flush=True)
+        finally:
+            run(build, 1800)
+    return 0
+
+
+def printing_cases():
+    """Every `? ...` line of the conformance files that has expected lines:
+    (file, line) -> (number of lines it takes, the names it calls)."""
+    cases = {}
+    for f in sorted(ROOT.glob("tests/conformance/*.kiv")):
+        lines = f.read_text(encoding="utf-8").splitlines()
+        for no, line in enumerate(lines):
+            if not line.startswith("? "):
+                continue
+            expected = 0
+            while no + 1 + expected < len(lines) and lines[no + 1 + expected].lstrip().startswith("'=>"):
+                expected += 1
+            if expected:
+                names = {n.lower() for n in re.findall(r"([A-Za-z_]\w*)\s*\(", line)}
+                cases[f"{f.name}:{no + 1}"] = (1 + expected, names)
+    return cases
+
+
+def redundant(paths, only):
+    """Cases whose kills all have another killer, dropped one at a time (the
+    fewest kills and the most lines first) so no mutant loses its last one."""
+    kills_of, killers = {}, {}
+    mutants = built = 0
+    for path in paths:
+        for line in Path(path).read_text().splitlines():
+            row = json.loads(line)
+            mutants += 1
+            if row["kills"] is None:
+                continue
+            built += 1
+            for case in row["kills"]:
+                kills_of.setdefault(case, set()).add(row["where"])
+                killers.setdefault(row["where"], set()).add(case)
+    cases = {c: v for c, v in printing_cases().items() if re.match(only, c)}
+    calls = {}
+    for case, (_, names) in cases.items():
+        for n in names:
+            calls[n] = calls.get(n, 0) + 1
+    dropped, saved = [], 0
+    for case in sorted(cases, key=lambda c: (len(kills_of.get(c, ())), -cases[c][0], c)):
+        size, names = cases[case]
+        if any(calls[n] < 2 for n in names) or any(len(killers[m]) < 2 for m in kills_of.get(case, ())):
+            continue
+        for m in kills_of.get(case, ()):
+            killers[m].discard(case)
+        for n in names:
+            calls[n] -= 1
+        dropped.append(case)
+        saved += size
+    killed = sum(1 for k in killers.values() if k)
+    print(f"{mutants} mutants, {built} built, {killed} killed ({100.0 * killed / max(built, 1):.1f}%); "
+          f"{len(dropped)} of {len(cases)} printing cases kill nothing the others do not ({saved} lines):")
+    for case in sorted(dropped, key=lambda c: (c.split(":")[0], int(c.split(":")[1]))):
+        print("  " + case)
+    return 0
+
+
 def main():
     ap = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    ap.add_argument("files", nargs="+", help="source files under src/ to mutate")
+    ap.add_argument("files", nargs="+", help="source files under src/ to mutate (with --redundant: matrices)")
     ap.add_argument("--build", default="build")
     ap.add_argument("--max", type=int, default=0, help="at most this many mutants (a seeded random sample)")
     ap.add_argument("--seed", type=int, default=17)
     ap.add_argument("--list", action="store_true", help="only list the mutants")
-    ap.add_argument("--tests", default="", help="ctest -R regex (default: every fast test)")
+    ap.add_argument("--tests", default="", help="ctest -R regex (default: every fast test); with --redundant, the case files to look at")
+    ap.add_argument("--matrix", default="", help="record which cases kill each mutant, as JSON lines")
+    ap.add_argument("--redundant", action="store_true", help="list the cases a matrix shows to kill nothing of their own")
     args = ap.parse_args()
+    if args.redundant:
+        return redundant(args.files, args.tests)
 
     todo = []
     for f in args.files:
@@ -111,6 +265,8 @@ def main():
         return 0
 
     build = ["cmake", "--build", args.build, "-j2", "--target", "kiv", "kiv_tests"]
+    if args.matrix:
+        return matrix(args, todo, build)
     test = ["ctest", "--test-dir", args.build, "-j2", "--stop-on-failure", "--timeout", "60",
             "-E", r"^(windows|install)\."] + (["-R", args.tests] if args.tests else [])
     if run(build, 1800) != 0 or run(test, 1800) != 0:
