@@ -56,13 +56,6 @@ std::vector<String> Pieces(const String& s, char16_t sep) {
 String Digits(int n) { return FromUtf8(std::to_string(n)); }
 String TwoDigits(int n) { return (n < 10 ? u"0" : u"") + Digits(n); }
 
-bool LeapYear(int y) { return (y % 4 == 0 && y % 100 != 0) || y % 400 == 0; }
-
-int MonthLength(int y, int m) {
-    static constexpr int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    return m == 2 && LeapYear(y) ? 29 : kDays[m - 1];
-}
-
 // Sets the text only when it differs, so the host sees no change event
 // for a box that was already right.
 void Normalise(const Object& Txt, const String& text) {
@@ -119,7 +112,7 @@ Boolean Cl_KIV::LostFocusDate(const Object& Txt, Boolean Vuota, Boolean Avvisa) 
             if (yearDigits == 0) y = SplitDate(TodayDate()).year;
             else if (yearDigits == 2) y += y < 30 ? 2000 : 1900;
             // 5.
-            valid = y >= 1900 && y <= 9999 && *m >= 1 && *m <= 12 && *d >= 1 && *d <= MonthLength(y, *m);
+            valid = y >= 1900 && y <= 9999 && *m >= 1 && *m <= 12 && *d >= 1 && *d <= DaysInMonth(y, *m);
         }
         // 6.
         if (valid) {

@@ -43,13 +43,6 @@ void CivilFromDay(std::int64_t n, int& year, int& month, int& day) {
     year = static_cast<int>(yoe + era * 400 + (month <= 2));
 }
 
-bool IsLeap(int y) { return (y % 4 == 0 && y % 100 != 0) || y % 400 == 0; }
-
-int DaysInMonth(int y, int m) {
-    static constexpr int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    return m == 2 && IsLeap(y) ? 29 : kDays[m - 1];
-}
-
 int WindowYear(int y) { return y >= 0 && y <= 29 ? y + 2000 : y >= 30 && y <= 99 ? y + 1900 : y; }
 
 bool ValidDay(int y, int m, int d) { return m >= 1 && m <= 12 && d >= 1 && d <= DaysInMonth(y, m); }
@@ -185,6 +178,12 @@ void AppendNumber(String& out, int v) {
 }
 
 }  // namespace
+
+int DaysInMonth(int year, int month) {
+    static constexpr int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    const bool leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
+    return month == 2 && leap ? 29 : kDays[month - 1];
+}
 
 bool InDateRange(double serial) {
     std::int64_t day = 0, second = 0;

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <chrono>
 
 #include "frame/strings.hpp"
 #include "test_support.hpp"
@@ -24,6 +25,17 @@ private:
 
 double Serial(int y, int m, int d) { return DateFromParts(y, m, d).serial; }
 double Read(const char16_t* text) { return ToDateLocale(Variant(String(text))).serial; }
+
+// Every month of four centuries, the leap rules' three limits included,
+// against the standard library's calendar.
+TEST(DaysInMonth, SameAsTheCalendarForFourHundredYears) {
+    using namespace std::chrono;
+    for (int y = 1700; y < 2100; ++y)
+        for (unsigned m = 1; m <= 12; ++m)
+            ASSERT_EQ(DaysInMonth(y, static_cast<int>(m)),
+                      static_cast<int>(unsigned(year_month_day_last(year(y), month_day_last(month(m))).day())))
+                << y << "-" << m;
+}
 
 TEST_F(RuntimeDates, KnownSerials) {
     EXPECT_EQ(Serial(1899, 12, 30), 0);

@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "frame/ascii.hpp"
+#include "frame/runtime.hpp"
 #include "frame/strings.hpp"
 
 namespace kiv::script {
@@ -175,11 +176,8 @@ private:
             }
         }
         if (p != body.size() || (!d.hasDate && !d.hasTime)) throw ParseError(malformed);
-        static constexpr int kDays[] = {31, 29, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
         if (d.hasDate) {
-            const bool leap = (d.year % 4 == 0 && d.year % 100 != 0) || d.year % 400 == 0;
-            if (d.year < 100 || d.month < 1 || d.month > 12 || d.day < 1 || d.day > kDays[d.month - 1] ||
-                (d.month == 2 && d.day == 29 && !leap))
+            if (d.year < 100 || d.month < 1 || d.month > 12 || d.day < 1 || d.day > DaysInMonth(d.year, d.month))
                 throw ParseError("invalid date #" + std::string(body) + "#");
         }
         if (d.hour > 23 || d.minute > 59 || d.second > 59) throw ParseError("invalid time #" + std::string(body) + "#");
