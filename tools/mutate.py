@@ -22,6 +22,7 @@ import os
 import random
 import re
 import shutil
+import signal
 import subprocess
 import sys
 import tempfile
@@ -118,7 +119,8 @@ def case_kills(build):
     try:
         os.makedirs(f"{work}/c/Windows")
         units = subprocess.Popen([str(Path(build, "kiv_tests").resolve()), f"--gtest_filter=-{SLOW_UNITS}"],
-                                 cwd=work, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+                                 cwd=work, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True,
+                                 errors="replace")
         files = sorted(ROOT.glob("tests/conformance/*.kiv")) + [ROOT / "tests/system/empty_facts.kiv",
                                                                 ROOT / "examples/tour.kiv"]
         for f in files:
@@ -126,7 +128,7 @@ def case_kills(build):
             try:
                 r = subprocess.run([kiv, "--now", NOW, "--drive-c", f"{work}/c", "--registry",
                                     f"{work}/reg/{f.stem}", *PINS, *extra, "check", str(f)],
-                                   cwd=work, capture_output=True, text=True, timeout=30)
+                                   cwd=work, capture_output=True, text=True, errors="replace", timeout=30)
                 found = {f"{m.group(1)}:{m.group(2)}" for m in map(CASE_LINE.match, r.stdout.splitlines()) if m}
                 if r.returncode != 0 and not found:
                     found = {f"{f.name}:*"}
@@ -238,6 +240,8 @@ def redundant(paths, only):
 
 
 def main():
+    # A stopped run puts the mutated file back (background jobs ignore Ctrl-C).
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(3))
     ap = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     ap.add_argument("files", nargs="+", help="source files under src/ to mutate (with --redundant: matrices)")
     ap.add_argument("--build", default="build")

@@ -1,5 +1,6 @@
 // Letter case ignored by Unicode's simple case folding, the same on every
 // machine whatever locales it has installed.
+#include "frame/ascii.hpp"
 #include "frame/case_tables.hpp"
 #include "frame/errors.hpp"
 #include "frame/runtime.hpp"
@@ -7,17 +8,8 @@
 namespace kiv {
 
 char16_t FoldCase(char16_t c) {
-    if (c < 0x80) return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 32) : c;
+    if (c < 0x80) return AsciiLower(c);
     return SimpleFold(c);
-}
-
-int CaseBlindCompare(const String& a, const String& b) {
-    const std::size_t n = a.size() < b.size() ? a.size() : b.size();
-    for (std::size_t i = 0; i < n; ++i) {
-        const char16_t x = FoldCase(a[i]), y = FoldCase(b[i]);
-        if (x != y) return x < y ? -1 : 1;
-    }
-    return a.size() == b.size() ? 0 : a.size() < b.size() ? -1 : 1;
 }
 
 bool CaseBlindEqual(const String& a, const String& b) {

@@ -5,13 +5,14 @@
 #include <stdexcept>
 #include <unordered_map>
 
+#include "frame/ascii.hpp"
+
 namespace kiv {
 namespace {
 
 std::string LowerAscii(std::string_view s) {
     std::string out(s);
-    for (char& c : out)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    for (char& c : out) c = AsciiLower(c);
     return out;
 }
 

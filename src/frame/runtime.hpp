@@ -110,7 +110,6 @@ DateParts SplitDate(Date date);
 // Letter case ignored by Unicode's simple case folding, never by the
 // machine's installed locales.
 char16_t FoldCase(char16_t c);
-int CaseBlindCompare(const String& a, const String& b);  // <0, 0, >0
 bool CaseBlindEqual(const String& a, const String& b);
 // 1-based position of `find` in `text` from `start`, 0 when absent.
 Long CaseBlindFind(const String& text, const String& find, Long start = 1);
