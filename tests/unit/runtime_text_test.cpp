@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "frame/code_page.hpp"
+#include "frame/strings.hpp"
 #include "test_support.hpp"
 
 namespace kiv {
@@ -29,6 +30,20 @@ TEST(RuntimeCaseFolding, FindIsOneBasedFromStart) {
     EXPECT_EQ(CaseBlindFind(u"abc", u"", 5), 0);
     EXPECT_EQ(CaseBlindFind(u"abc", u"a", 5), 0);
     EXPECT_EQ(ErrorOf([] { CaseBlindFind(u"abc", u"a", 0); }), kInvalidCall);
+}
+
+// UTF-8 as files and output carry it: every code point comes back, a
+// surrogate alone is U+FFFD.
+TEST(Utf8, EveryCodePointRoundTrips) {
+    for (char32_t cp = 1; cp <= 0x10FFFF; ++cp) {
+        if (cp >= 0xD800 && cp <= 0xDFFF) continue;
+        const String s = cp < 0x10000 ? String(1, static_cast<char16_t>(cp))
+                                      : String{static_cast<char16_t>(0xD800 + ((cp - 0x10000) >> 10)),
+                                               static_cast<char16_t>(0xDC00 + ((cp - 0x10000) & 0x3FF))};
+        ASSERT_EQ(FromUtf8(ToUtf8(s)), s) << static_cast<unsigned long>(cp);
+    }
+    EXPECT_EQ(ToUtf8(u"\U0010FFFF\u07FF"), "\xF4\x8F\xBF\xBF\xDF\xBF");
+    EXPECT_EQ(ToUtf8(String{u'a', char16_t(0xDC00), char16_t(0xD800), u'b'}), "a\xEF\xBF\xBD\xEF\xBF\xBD" "b");
 }
 
 // Every byte comes back from its character; outside 0x80-0x9F it is Latin-1.
