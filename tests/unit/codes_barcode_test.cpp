@@ -68,7 +68,12 @@ INSTANTIATE_TEST_SUITE_P(
         Case{codes::kSymNumericMod10, u"123?", u"1230", true, true},
         Case{codes::kSymNumericMod10, u"1230", u"1230", false, false},
         Case{3, u"anything?", u"anything?", true, true},
-        Case{10, u"", u"", true, false}),
+        Case{10, u"", u"", true, false},
+        // "0" is worth 0 and summed; a sign outside the set refuses the code.
+        Case{codes::kSymCodabar, u"a01?", u"a01a", true, true},
+        Case{codes::kSymCodabar, u"a#1?", u"a#1?", false, false},
+        // A sum that is a multiple of 10 is completed with "0".
+        Case{codes::kSymEan8, u"0000000", u"00000000", true, true}),
     // "N_TypeT_CODE", the code's "?" as "Q" and other signs as "_".
     [](const ::testing::TestParamInfo<Case>& c) {
         std::string name = std::to_string(c.index) + "_Type" + std::to_string(c.param.type) + "_";
