@@ -13,8 +13,10 @@ With --matrix every mutant runs every fast case instead of stopping at the
 first failure, and one line per mutant records which cases killed it: a
 conformance case as FILE.kiv:LINE, a unit test by its name. A case that kills
 nothing its siblings do not kill is a candidate to drop; --redundant lists
-those printing cases of the conformance files, keeping every operation's
-last case (a mutant cannot reach what a case checks in a message or a table).
+those printing cases of the conformance files. It keeps what a mutant cannot
+reach: each operation's last case in its file, a case that calls nothing (it
+reads what a call left in a variable) and a case with text beyond ASCII (it
+checks a table: case folding, the code page).
 """
 import argparse
 import json
@@ -183,8 +185,8 @@ def matrix(args, todo, build):
 
 
 def printing_cases():
-    """Every `? ...` line of the conformance files that has expected lines:
-    (file, line) -> (number of lines it takes, the names it calls)."""
+    """The `? ...` lines of the conformance files that a mutant can judge:
+    FILE:LINE -> (the lines it takes, the names it calls, per file)."""
     cases = {}
     for f in sorted(ROOT.glob("tests/conformance/*.kiv")):
         lines = f.read_text(encoding="utf-8").splitlines()
@@ -194,9 +196,9 @@ def printing_cases():
             expected = 0
             while no + 1 + expected < len(lines) and lines[no + 1 + expected].lstrip().startswith("'=>"):
                 expected += 1
-            if expected:
-                names = {n.lower() for n in re.findall(r"([A-Za-z_]\w*)\s*\(", line)}
-                cases[f"{f.name}:{no + 1}"] = (1 + expected, names)
+            names = {n.lower() for n in re.findall(r"([A-Za-z_]\w*)\s*\(", line)}
+            if expected and names and line.isascii():
+                cases[f"{f.name}:{no + 1}"] = (1 + expected, {f"{f.name}:{n}" for n in names})
     return cases
 
 
