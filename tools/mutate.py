@@ -113,6 +113,35 @@ CASE_LINE = re.compile(r"^(?:.*/)?([\w.]+\.kiv):(\d+): ")
 SLOW_UNITS = "RegistryStoreCrash.*:IniProcesses.*:DelimitedScan.Longer*:LinearPaths.*:FmtNumDirectLayout.*:Table.NumbersFromOneTo511:DecimalDigitsOfADouble.*:RegistryStoreConcurrency.*"
 
 
+def crashing_case(command, f, work):
+    """The statement of `f` at which `command` (a `kiv ... check` without its
+    file) crashes or hangs: the shortest crashing prefix of the file, found by
+    halving. None when no prefix does (the whole file's state is needed)."""
+    lines = f.read_text(encoding="utf-8").split("\n")
+    starts = [i for i, l in enumerate(lines) if l.strip() and not l.lstrip().startswith("'")]
+    prefix = Path(work, "prefix", f.name)
+    prefix.parent.mkdir(exist_ok=True)
+
+    def crashes(k):  # the first k statements, with their expected lines
+        end = starts[k] if k < len(starts) else len(lines)
+        prefix.write_text("\n".join(lines[:end]) + "\n", encoding="utf-8")
+        try:
+            return subprocess.run(command + [str(prefix)], cwd=work, capture_output=True, timeout=5).returncode < 0
+        except subprocess.TimeoutExpired:
+            return True
+
+    lo, hi = 1, len(starts)
+    if not crashes(hi):
+        return None
+    while lo < hi:
+        mid = (lo + hi) // 2
+        if crashes(mid):
+            hi = mid
+        else:
+            lo = mid + 1
+    return starts[lo - 1] + 1
+
+
 def case_kills(build):
     """Every failing case of the fast tests: conformance lines and unit tests."""
     kiv = str(Path(build, "kiv").resolve())
@@ -127,14 +156,19 @@ def case_kills(build):
                                                                 ROOT / "examples/tour.kiv"]
         for f in files:
             extra = ["--pin", "ip=", "--pin", "username=", "--pin", "winbit=x64"] if f.name == "empty_facts.kiv" else []
+            command = [kiv, "--now", NOW, "--drive-c", f"{work}/c", "--registry", f"{work}/reg/{f.stem}",
+                       *PINS, *extra, "check"]
             try:
-                r = subprocess.run([kiv, "--now", NOW, "--drive-c", f"{work}/c", "--registry",
-                                    f"{work}/reg/{f.stem}", *PINS, *extra, "check", str(f)],
-                                   cwd=work, capture_output=True, text=True, errors="replace", timeout=30)
+                r = subprocess.run(command + [str(f)], cwd=work, capture_output=True, text=True, errors="replace",
+                                   timeout=30)
                 found = {f"{m.group(1)}:{m.group(2)}" for m in map(CASE_LINE.match, r.stdout.splitlines()) if m}
-                if r.returncode != 0 and not found:
-                    found = {f"{f.name}:*"}
+                crashed = r.returncode < 0
             except subprocess.TimeoutExpired:
+                found, crashed, r = set(), True, None
+            if crashed:  # the output is lost with the process: find the case that took it down
+                line = crashing_case(command, f, work)
+                found.add(f"{f.name}:{line if line else '*'}")
+            elif r.returncode != 0 and not found:
                 found = {f"{f.name}:*"}
             kills |= found
         try:
@@ -142,9 +176,9 @@ def case_kills(build):
         except subprocess.TimeoutExpired:
             units.kill()
             out, _ = units.communicate()
-        failed = set(re.findall(r"^\[  FAILED  \] (\w+\.\w+)", out, re.M))
+        failed = set(re.findall(r"^\[  FAILED  \] ([\w/]+\.[\w/]+)", out, re.M))
         if units.returncode not in (0, 1) or (units.returncode == 1 and not failed):
-            started = re.findall(r"^\[ RUN      \] (\w+\.\w+)", out, re.M)
+            started = re.findall(r"^\[ RUN      \] ([\w/]+\.[\w/]+)", out, re.M)
             failed.add(f"{started[-1] if started else 'units'}:crashed")
         kills |= {f"unit:{t}" for t in failed}
     finally:
