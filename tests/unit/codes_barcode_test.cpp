@@ -73,7 +73,19 @@ INSTANTIATE_TEST_SUITE_P(
         Case{codes::kSymCodabar, u"a01?", u"a01a", true, true},
         Case{codes::kSymCodabar, u"a#1?", u"a#1?", false, false},
         // A sum that is a multiple of 10 is completed with "0".
-        Case{codes::kSymEan8, u"0000000", u"00000000", true, true}),
+        Case{codes::kSymEan8, u"0000000", u"00000000", true, true},
+        // A letter in the first place or just before the check place.
+        Case{codes::kSymEan8, u"A638507", u"A638507?", false, false},
+        Case{codes::kSymEan8, u"963850A", u"963850A?", false, false},
+        Case{codes::kSymIsbn10, u"03064061A", u"03064061A?", false, false},
+        // The first digit weighs 10.
+        Case{codes::kSymIsbn10, u"123456789", u"123456789X", true, true},
+        // "d" (place 20) is worth 19, not reduced; the first place is summed.
+        Case{codes::kSymCodabar, u"d12?", u"d12:", true, true},
+        // Two characters: the check before the stop character.
+        Case{codes::kSymCodabar, u"a0", u"a0", true, false},
+        // Without a "?" no placeholder is reported.
+        Case{3, u"x", u"x", true, false}),
     // "N_TypeT_CODE", the code's "?" as "Q" and other signs as "_".
     [](const ::testing::TestParamInfo<Case>& c) {
         std::string name = std::to_string(c.index) + "_Type" + std::to_string(c.param.type) + "_";

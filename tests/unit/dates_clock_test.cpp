@@ -44,6 +44,9 @@ TEST_F(DatesAtAnotherToday, TypedYearsFollowTodaysCentury) {
     for (const Case& c : {Case{u"1/1/33", 2033}, Case{u"1/1/34", 1934}, Case{u"1/1/5", 2005}, Case{u"1/1/", 2000}}) {
         EXPECT_EQ(yearOf(c.typed), c.year) << ToUtf8(c.typed);
     }
+    // In 1999 the distance is taken from 99, not from 999.
+    pin(1999, 6, 10);
+    EXPECT_EQ(yearOf(u"1/1/80"), 1980);
 }
 
 TEST_F(DatesAtAnotherToday, InvalidTypedDateBecomesTodayWithAMessage) {
