@@ -112,7 +112,7 @@ Boolean Cl_KIV::LostFocusDate(const Object& Txt, Boolean Vuota, Boolean Avvisa) 
             if (yearDigits == 0) y = SplitDate(TodayDate()).year;
             else if (yearDigits == 2) y += y < 30 ? 2000 : 1900;
             // 5.
-            valid = y >= 1900 && y <= 9999 && *m >= 1 && *m <= 12 && *d >= 1 && *d <= DaysInMonth(y, *m);
+            valid = y >= 1900 && y <= 9999 && ValidDay(y, *m, *d);
         }
         // 6.
         if (valid) {

@@ -73,8 +73,10 @@ String FormatFixedRight(const DecimalDigits& number, int decPlaces, std::size_t 
 // second, 23:59:59.7 being the next midnight) is one of them. So
 // -657434.5 (1 January 100, 12:00) is in range and 2958465.99999999 is not.
 bool InDateRange(double serial);
-// The days of a month (1-12) of the proleptic Gregorian calendar.
+// The days of a month (1-12) of the proleptic Gregorian calendar, and
+// whether a day, month and year name a day of it.
 int DaysInMonth(int year, int month);
+bool ValidDay(int year, int month, int day);
 // The one place where a Date is made from a computed serial: Overflow
 // outside the range.
 Date DateFromSerial(double serial);

@@ -45,8 +45,6 @@ void CivilFromDay(std::int64_t n, int& year, int& month, int& day) {
 
 int WindowYear(int y) { return y >= 0 && y <= 29 ? y + 2000 : y >= 30 && y <= 99 ? y + 1900 : y; }
 
-bool ValidDay(int y, int m, int d) { return m >= 1 && m <= 12 && d >= 1 && d <= DaysInMonth(y, m); }
-
 // A cursor over date text; numbers remember how many digits they had.
 struct Reader {
     const char16_t* p;
@@ -183,6 +181,10 @@ int DaysInMonth(int year, int month) {
     static constexpr int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
     const bool leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
     return month == 2 && leap ? 29 : kDays[month - 1];
+}
+
+bool ValidDay(int year, int month, int day) {
+    return month >= 1 && month <= 12 && day >= 1 && day <= DaysInMonth(year, month);
 }
 
 bool InDateRange(double serial) {

@@ -177,7 +177,7 @@ private:
         }
         if (p != body.size() || (!d.hasDate && !d.hasTime)) throw ParseError(malformed);
         if (d.hasDate) {
-            if (d.year < 100 || d.month < 1 || d.month > 12 || d.day < 1 || d.day > DaysInMonth(d.year, d.month))
+            if (d.year < 100 || !ValidDay(d.year, d.month, d.day))
                 throw ParseError("invalid date #" + std::string(body) + "#");
         }
         if (d.hour > 23 || d.minute > 59 || d.second > 59) throw ParseError("invalid time #" + std::string(body) + "#");
