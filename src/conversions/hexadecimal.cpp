@@ -28,7 +28,12 @@ String WithoutSeparators(const String& text, const String& Sep) {
 }  // namespace
 
 String Cl_KIV::Str2Hex(const String& S, const String& Sep) {
+    if (S.empty()) return String();
+    // The length is known before the loop: a long separator can take it past the limit.
+    const std::uint64_t length = 2 * std::uint64_t{S.size()} + (S.size() - 1) * std::uint64_t{Sep.size()};
+    RequireTextLength(length);
     String result;
+    result.reserve(static_cast<std::size_t>(length));
     for (std::size_t i = 0; i < S.size(); ++i) {
         const auto b = static_cast<unsigned char>(Cp1252Byte(S[i]));
         if (i > 0) result += Sep;
