@@ -15,6 +15,7 @@ unset DISPLAY
 cleanup() { wineserver -k 2>/dev/null; rm -rf "$work"; }
 trap cleanup EXIT
 fail() { echo "FAIL: $*"; exit 1; }
+source "$(dirname "${BASH_SOURCE[0]}")/wine.sh"
 
 wineboot -i >/dev/null 2>&1 || fail "wineboot"
 # Windows without a screen: the null display driver (no X here).
@@ -35,7 +36,7 @@ for script in "${scripts[@]}"; do
   rm -f "$work/msgbox.log"
   run=(wine cscript //nologo "$name")
   [[ $name == *.exe ]] && run=(wine "$name")
-  out=$(KIV_MSGBOX_LOG="Z:${work//\//\\}\\msgbox.log" KIV_NOW="2026-03-15 14:05:09" "${run[@]}" 2>&1 | tr -d '\r')
+  out=$(KIV_MSGBOX_LOG="Z:${work//\//\\}\\msgbox.log" KIV_NOW="2026-03-15 14:05:09" wine_run "${run[@]}")
   sentinel=$(grep -c '^[A-Z]*-OK$' <<<"$out")
   if grep -q '^FAIL' <<<"$out" || [ "$sentinel" -ne 1 ]; then
     echo "$out"; echo "FAIL: $name (no sentinel or failed checks)"; status=1
