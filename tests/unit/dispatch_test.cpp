@@ -295,5 +295,20 @@ TEST_F(Dispatch, ObjectSlotsAreProperties) {
               kObjectRequired);
 }
 
+
+// What `kiv list` and the type library publish: a Double default keeps one
+// decimal, the zero Date reads as midnight, a property without parameters has
+// no parentheses while one with parameters keeps them.
+TEST(InterfaceTable, SignaturesPublishDefaultsAndProperties) {
+    EXPECT_EQ(Signature(*FindMember("Incr")), "Incr(ByRef NumVar As Variant, Optional ByRef QtaIncr As Double = 1.0)");
+    EXPECT_EQ(Signature(*FindMember("ToDate")),
+              "ToDate(ByRef cData As String, Optional ByRef Defau As Date = #00:00:00#) As Date");
+    EXPECT_EQ(Signature(*FindMember("Num2Base")),
+              "Num2Base(ByVal N As Variant, ByVal Base As Integer, Optional ByVal Lun As Integer = 0) As String");
+    EXPECT_EQ(Signature(*ColKivClass().find("Count")), "Count As Long (property: get)");
+    EXPECT_EQ(Signature(*ColKivClass().find("Item")),
+              "Item(ByRef vntIndexKey As Variant) As Object (property: get, default member)");
+}
+
 }  // namespace
 }  // namespace kiv
