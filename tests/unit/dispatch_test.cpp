@@ -295,5 +295,23 @@ TEST_F(Dispatch, ObjectSlotsAreProperties) {
               kObjectRequired);
 }
 
+
+// What `kiv list` and the type library publish: a Double default keeps one
+// decimal, the zero Date reads as midnight, an object property is Set and a
+// value one Let, a property without parameters has no parentheses while one
+// with parameters keeps them.
+TEST(InterfaceTable, SignaturesPublishDefaultsAndProperties) {
+    EXPECT_EQ(Signature(*FindMember("Incr")), "Incr(ByRef NumVar As Variant, Optional ByRef QtaIncr As Double = 1.0)");
+    EXPECT_EQ(Signature(*FindMember("ToDate")),
+              "ToDate(ByRef cData As String, Optional ByRef Defau As Date = #00:00:00#) As Date");
+    EXPECT_EQ(Signature(*FindMember("Num2Base")),
+              "Num2Base(ByVal N As Variant, ByVal Base As Integer, Optional ByVal Lun As Integer = 0) As String");
+    EXPECT_EQ(Signature(*FindMember("DlK_DatMask")), "DlK_DatMask As Object (property: get, Set)");
+    EXPECT_EQ(Signature(*FindMember("DlK_PCName")), "DlK_PCName As String (property: get, Let)");
+    EXPECT_EQ(Signature(*ColKivClass().find("Count")), "Count As Long (property: get)");
+    EXPECT_EQ(Signature(*ColKivClass().find("Item")),
+              "Item(ByRef vntIndexKey As Variant) As Object (property: get, default member)");
+}
+
 }  // namespace
 }  // namespace kiv
