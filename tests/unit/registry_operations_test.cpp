@@ -1,6 +1,7 @@
 // The registry operations over a store that cannot be used, and the machine
 // facts of the registry trace, pinned and read from the system.
 #include <gtest/gtest.h>
+#include <pwd.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -83,6 +84,21 @@ TEST_F(RegistryOperations, SystemFactsFromTheMachine) {
     const Integer bits = k.GetWindowsBit();
     EXPECT_TRUE(bits == 32 || bits == 64);
     EXPECT_EQ(bits, sizeof(void*) == 8 ? 64 : bits);  // a 64-bit process runs on a 64-bit system
+}
+
+// The user's hive is named by the process's effective user, whatever $USER says.
+TEST_F(RegistryOperations, UserHiveIsTheEffectiveUsers) {
+    const char* old = std::getenv("USER");
+    const std::string saved = old != nullptr ? old : "";
+    setenv("USER", "qualcun-altro", 1);
+    use();
+    Long u = 0;
+    const bool made = k.RegCreateKey(static_cast<Long>(0x80000001u), u"Software", u"Mio", u);
+    k.RegCloseKey(u);
+    if (old != nullptr) setenv("USER", saved.c_str(), 1);
+    else unsetenv("USER");
+    ASSERT_TRUE(made);
+    EXPECT_TRUE(fs::exists(folder / ("HKEY_CURRENT_USER-" + std::string(getpwuid(geteuid())->pw_name) + ".db")));
 }
 
 }  // namespace

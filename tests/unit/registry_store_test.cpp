@@ -410,10 +410,11 @@ TEST_F(RegistryStoreTest, ExistingHiveOpensForWriting) {
 }
 
 // A read-only hive is still read when its folder's name holds characters a
-// file URI must escape (a blank, "%", a letter of the code page).
+// file URI must escape (a blank, "#", "%" before hex digits, a letter of the
+// code page).
 TEST(RegistryStoreRights, ReadOnlyHiveInAFolderWithAnyName) {
     TempFolder dir;
-    const fs::path folder = dir.path / "Dati 100%\xE0";
+    const fs::path folder = dir.path / "Dati #2 100%41\xE0";
     {
         SqliteRegistry store(folder, "u");
         Long h = 0;
@@ -470,6 +471,14 @@ TEST(RegistryStoreCreation, TwoStoresMakingOneHiveAtOnceBothSucceed) {
     ASSERT_EQ(store.openKey(kLocalMachine, "SOFTWARE", kAccess, h), kSuccess);
     ASSERT_EQ(store.queryInfoKey(h, subKeys, values), kSuccess);
     EXPECT_EQ(subKeys, 2);
+}
+
+// A value name may have 16383 characters, not one more.
+TEST_F(RegistryStoreTest, ValueNameLimit) {
+    const Long h = create(kCurrentUser, "Software\\Lunghi");
+    EXPECT_EQ(store.setValue(h, std::string(16383, 'v'), kRegSz, "1"), kSuccess);
+    EXPECT_EQ(read(h, std::string(16383, 'V')), "1");
+    EXPECT_EQ(store.setValue(h, std::string(16384, 'v'), kRegSz, "2"), kInvalidParameter);
 }
 
 }  // namespace
