@@ -481,5 +481,15 @@ TEST_F(RegistryStoreTest, ValueNameLimit) {
     EXPECT_EQ(store.setValue(h, std::string(16384, 'v'), kRegSz, "2"), kInvalidParameter);
 }
 
+// A handle opened without the right to set values deletes none.
+TEST_F(RegistryStoreTest, DeletingAValueNeedsTheRightToSet) {
+    const Long w = create(kLocalMachine, "SOFTWARE\\Diritti");
+    ASSERT_EQ(store.setValue(w, "v", kRegSz, "1"), kSuccess);
+    Long r = 0;
+    ASSERT_EQ(store.openKey(kLocalMachine, "SOFTWARE\\Diritti", kQueryValue, r), kSuccess);
+    EXPECT_EQ(store.deleteValue(r, "v"), kAccessDenied);
+    EXPECT_EQ(read(w, "v"), "1");
+}
+
 }  // namespace
 }  // namespace kiv
