@@ -491,5 +491,25 @@ TEST_F(RegistryStoreTest, DeletingAValueNeedsTheRightToSet) {
     EXPECT_EQ(read(w, "v"), "1");
 }
 
+// Damage in a page no lookup reaches is found too, before any use.
+TEST(RegistryStoreDamage, DamageAwayFromTheKeysIsFound) {
+    TempFolder dir;
+    const fs::path file = dir.path / "HKEY_LOCAL_MACHINE.db";
+    {
+        SqliteRegistry store(dir.path, "u");
+        Long h = 0;
+        ASSERT_EQ(store.createKey(kLocalMachine, "SOFTWARE\\A", h), kSuccess);
+        for (int i = 0; i < 200; ++i) ASSERT_EQ(store.setValue(h, "v" + std::to_string(i), kRegSz, std::string(300, 'x')), kSuccess);
+    }
+    std::string damaged = ReadFile(file);
+    ASSERT_GT(damaged.size(), 8192u);
+    for (std::size_t k = damaged.size() - 4096; k < damaged.size(); ++k) damaged[k] = static_cast<char>(k * 7);
+    WriteFile(file, damaged);
+    SqliteRegistry store(dir.path, "u");
+    Long h = 0;
+    EXPECT_EQ(store.openKey(kLocalMachine, "SOFTWARE\\A", kAccess, h), kBadDatabase);
+    EXPECT_EQ(ReadFile(file), damaged);
+}
+
 }  // namespace
 }  // namespace kiv
