@@ -1,6 +1,8 @@
 // The registry operations over a store that cannot be used, and the machine
 // facts of the registry trace, pinned and read from the system.
 #include <gtest/gtest.h>
+#include <pwd.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -83,6 +85,49 @@ TEST_F(RegistryOperations, SystemFactsFromTheMachine) {
     const Integer bits = k.GetWindowsBit();
     EXPECT_TRUE(bits == 32 || bits == 64);
     EXPECT_EQ(bits, sizeof(void*) == 8 ? 64 : bits);  // a 64-bit process runs on a 64-bit system
+}
+
+// The user's hive is named by the process's effective user, whatever $USER says.
+TEST_F(RegistryOperations, UserHiveIsTheEffectiveUsers) {
+    const char* old = std::getenv("USER");
+    const std::string saved = old != nullptr ? old : "";
+    setenv("USER", "qualcun-altro", 1);
+    use();
+    Long u = 0;
+    const bool made = k.RegCreateKey(static_cast<Long>(0x80000001u), u"Software", u"Mio", u);
+    k.RegCloseKey(u);
+    if (old != nullptr) setenv("USER", saved.c_str(), 1);
+    else unsetenv("USER");
+    ASSERT_TRUE(made);
+    EXPECT_TRUE(fs::exists(folder / ("HKEY_CURRENT_USER-" + std::string(getpwuid(geteuid())->pw_name) + ".db")));
+}
+
+// A user without an entry in the user database: $USER names the hive, and
+// "default" when $USER is empty. Checked in a child that takes such a user id.
+TEST_F(RegistryOperations, UserHiveWithoutAUserEntry) {
+    if (geteuid() != 0) GTEST_SKIP() << "needs root to take a user id without an entry";
+    uid_t uid = 54321;
+    while (getpwuid(uid) != nullptr) ++uid;
+    fs::permissions(folder, fs::perms::all);
+    const pid_t child = fork();
+    if (child == 0) {
+        if (setuid(uid) != 0) _exit(90);
+        int failures = 0;
+        for (const char* user : {"ospite", ""}) {
+            setenv("USER", user, 1);
+            PlatformSettings s;
+            s.registryFolder = folder.string();
+            Long h = 0;
+            failures += MakePosixRegistryStore(s)->createKey(reg::kCurrentUser, "Software\\Mio", h) != reg::kSuccess;
+        }
+        failures += !fs::exists(folder / "HKEY_CURRENT_USER-ospite.db");
+        failures += !fs::exists(folder / "HKEY_CURRENT_USER-default.db");
+        _exit(failures);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    ASSERT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 0);
 }
 
 }  // namespace

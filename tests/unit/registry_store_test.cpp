@@ -3,6 +3,7 @@
 // two processes write at once and when a hive's file is damaged.
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sqlite3.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -396,6 +397,118 @@ TEST(RegistryStoreConcurrency, TwoWritersLoseNothing) {
             EXPECT_EQ(store.queryValue(h, "p" + std::to_string(c) + "_" + std::to_string(i), 100, type, data, size), kSuccess);
             EXPECT_EQ(data, std::to_string(i));
         }
+}
+
+// A second store on a folder whose hives already exist writes to them.
+TEST_F(RegistryStoreTest, ExistingHiveOpensForWriting) {
+    create(kLocalMachine, "SOFTWARE\\Prima");
+    SqliteRegistry again(dir.path, "tester");
+    Long h = 0;
+    ASSERT_EQ(again.createKey(kLocalMachine, "SOFTWARE\\Seconda", h), kSuccess);
+    EXPECT_EQ(again.setValue(h, "v", kRegSz, "w"), kSuccess);
+    EXPECT_EQ(read(create(kLocalMachine, "SOFTWARE\\Seconda"), "v"), "w");
+}
+
+// A read-only hive is still read when its folder's name holds characters a
+// file URI must escape (a blank, "#", "%" before hex digits, a letter of the
+// code page).
+TEST(RegistryStoreRights, ReadOnlyHiveInAFolderWithAnyName) {
+    TempFolder dir;
+    const fs::path folder = dir.path / "Dati #2 100%41\xE0";
+    {
+        SqliteRegistry store(folder, "u");
+        Long h = 0;
+        ASSERT_EQ(store.createKey(kLocalMachine, "SOFTWARE\\Ro", h), kSuccess);
+        ASSERT_EQ(store.setValue(h, "v", kRegSz, "ok"), kSuccess);
+    }
+    const auto readable = fs::perms::owner_all | fs::perms::group_read | fs::perms::group_exec |
+                          fs::perms::others_read | fs::perms::others_exec;
+    fs::permissions(folder / "HKEY_LOCAL_MACHINE.db", fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
+    fs::permissions(folder, readable);
+    fs::permissions(dir.path, readable);
+    const pid_t child = fork();
+    if (child == 0) {
+        if (geteuid() == 0 && setuid(65534) != 0) _exit(90);
+        SqliteRegistry store(folder, "u");
+        Long h = 0, type = 0;
+        std::string data;
+        std::size_t size = 0;
+        if (store.openKey(kLocalMachine, "SOFTWARE\\Ro", kQueryValue, h) != kSuccess) _exit(1);
+        _exit(store.queryValue(h, "v", 100, type, data, size) != kSuccess || data != "ok" ? 2 : 0);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    ASSERT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 0);
+}
+
+// Two stores making the same new hive at once: the one that comes second
+// finds the hive made and uses it. Another connection, like a store half-way
+// through making the hive, holds the empty file in WAL mode until both have
+// found it empty.
+TEST(RegistryStoreCreation, TwoStoresMakingOneHiveAtOnceBothSucceed) {
+    TempFolder dir;
+    sqlite3* holder = nullptr;
+    ASSERT_EQ(sqlite3_open((dir.path / "HKEY_LOCAL_MACHINE.db").c_str(), &holder), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(holder, "PRAGMA journal_mode=WAL", nullptr, nullptr, nullptr), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(holder, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+    Long codes[2] = {-1, -1};
+    std::thread makers[2];
+    for (int i = 0; i < 2; ++i)
+        makers[i] = std::thread([&dir, &codes, i] {
+            SqliteRegistry store(dir.path, "u");
+            Long h = 0;
+            codes[i] = store.createKey(kLocalMachine, "SOFTWARE\\P" + std::to_string(i), h);
+        });
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    sqlite3_exec(holder, "ROLLBACK", nullptr, nullptr, nullptr);
+    sqlite3_close(holder);
+    for (std::thread& t : makers) t.join();
+    EXPECT_EQ(codes[0], kSuccess);
+    EXPECT_EQ(codes[1], kSuccess);
+    SqliteRegistry store(dir.path, "u");
+    Long h = 0, subKeys = 0, values = 0;
+    ASSERT_EQ(store.openKey(kLocalMachine, "SOFTWARE", kAccess, h), kSuccess);
+    ASSERT_EQ(store.queryInfoKey(h, subKeys, values), kSuccess);
+    EXPECT_EQ(subKeys, 2);
+}
+
+// A value name may have 16383 characters, not one more.
+TEST_F(RegistryStoreTest, ValueNameLimit) {
+    const Long h = create(kCurrentUser, "Software\\Lunghi");
+    EXPECT_EQ(store.setValue(h, std::string(16383, 'v'), kRegSz, "1"), kSuccess);
+    EXPECT_EQ(read(h, std::string(16383, 'V')), "1");
+    EXPECT_EQ(store.setValue(h, std::string(16384, 'v'), kRegSz, "2"), kInvalidParameter);
+}
+
+// A handle opened without the right to set values deletes none.
+TEST_F(RegistryStoreTest, DeletingAValueNeedsTheRightToSet) {
+    const Long w = create(kLocalMachine, "SOFTWARE\\Diritti");
+    ASSERT_EQ(store.setValue(w, "v", kRegSz, "1"), kSuccess);
+    Long r = 0;
+    ASSERT_EQ(store.openKey(kLocalMachine, "SOFTWARE\\Diritti", kQueryValue, r), kSuccess);
+    EXPECT_EQ(store.deleteValue(r, "v"), kAccessDenied);
+    EXPECT_EQ(read(w, "v"), "1");
+}
+
+// Damage in a page no lookup reaches is found too, before any use.
+TEST(RegistryStoreDamage, DamageAwayFromTheKeysIsFound) {
+    TempFolder dir;
+    const fs::path file = dir.path / "HKEY_LOCAL_MACHINE.db";
+    {
+        SqliteRegistry store(dir.path, "u");
+        Long h = 0;
+        ASSERT_EQ(store.createKey(kLocalMachine, "SOFTWARE\\A", h), kSuccess);
+        for (int i = 0; i < 200; ++i) ASSERT_EQ(store.setValue(h, "v" + std::to_string(i), kRegSz, std::string(300, 'x')), kSuccess);
+    }
+    std::string damaged = ReadFile(file);
+    ASSERT_GT(damaged.size(), 8192u);
+    for (std::size_t k = damaged.size() - 4096; k < damaged.size(); ++k) damaged[k] = static_cast<char>(k * 7);
+    WriteFile(file, damaged);
+    SqliteRegistry store(dir.path, "u");
+    Long h = 0;
+    EXPECT_EQ(store.openKey(kLocalMachine, "SOFTWARE\\A", kAccess, h), kBadDatabase);
+    EXPECT_EQ(ReadFile(file), damaged);
 }
 
 }  // namespace
