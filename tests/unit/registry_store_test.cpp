@@ -444,33 +444,37 @@ TEST(RegistryStoreRights, ReadOnlyHiveInAFolderWithAnyName) {
 
 // Two stores making the same new hive at once: the one that comes second
 // finds the hive made and uses it. Another connection, like a store half-way
-// through making the hive, holds the empty file in WAL mode until both have
-// found it empty.
+// through making the hive, holds the empty file until both have found it
+// empty: in WAL mode already, or still in the rollback mode a new file has
+// (then switching the file to WAL must wait too, not fail at once).
 TEST(RegistryStoreCreation, TwoStoresMakingOneHiveAtOnceBothSucceed) {
-    TempFolder dir;
-    sqlite3* holder = nullptr;
-    ASSERT_EQ(sqlite3_open((dir.path / "HKEY_LOCAL_MACHINE.db").c_str(), &holder), SQLITE_OK);
-    ASSERT_EQ(sqlite3_exec(holder, "PRAGMA journal_mode=WAL", nullptr, nullptr, nullptr), SQLITE_OK);
-    ASSERT_EQ(sqlite3_exec(holder, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
-    Long codes[2] = {-1, -1};
-    std::thread makers[2];
-    for (int i = 0; i < 2; ++i)
-        makers[i] = std::thread([&dir, &codes, i] {
-            SqliteRegistry store(dir.path, "u");
-            Long h = 0;
-            codes[i] = store.createKey(kLocalMachine, "SOFTWARE\\P" + std::to_string(i), h);
-        });
-    std::this_thread::sleep_for(std::chrono::milliseconds(300));
-    sqlite3_exec(holder, "ROLLBACK", nullptr, nullptr, nullptr);
-    sqlite3_close(holder);
-    for (std::thread& t : makers) t.join();
-    EXPECT_EQ(codes[0], kSuccess);
-    EXPECT_EQ(codes[1], kSuccess);
-    SqliteRegistry store(dir.path, "u");
-    Long h = 0, subKeys = 0, values = 0;
-    ASSERT_EQ(store.openKey(kLocalMachine, "SOFTWARE", kAccess, h), kSuccess);
-    ASSERT_EQ(store.queryInfoKey(h, subKeys, values), kSuccess);
-    EXPECT_EQ(subKeys, 2);
+    for (const char* mode : {"PRAGMA journal_mode=WAL", "PRAGMA journal_mode=DELETE"}) {
+        SCOPED_TRACE(mode);
+        TempFolder dir;
+        sqlite3* holder = nullptr;
+        ASSERT_EQ(sqlite3_open((dir.path / "HKEY_LOCAL_MACHINE.db").c_str(), &holder), SQLITE_OK);
+        ASSERT_EQ(sqlite3_exec(holder, mode, nullptr, nullptr, nullptr), SQLITE_OK);
+        ASSERT_EQ(sqlite3_exec(holder, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+        Long codes[2] = {-1, -1};
+        std::thread makers[2];
+        for (int i = 0; i < 2; ++i)
+            makers[i] = std::thread([&dir, &codes, i] {
+                SqliteRegistry store(dir.path, "u");
+                Long h = 0;
+                codes[i] = store.createKey(kLocalMachine, "SOFTWARE\\P" + std::to_string(i), h);
+            });
+        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+        sqlite3_exec(holder, "ROLLBACK", nullptr, nullptr, nullptr);
+        sqlite3_close(holder);
+        for (std::thread& t : makers) t.join();
+        EXPECT_EQ(codes[0], kSuccess);
+        EXPECT_EQ(codes[1], kSuccess);
+        SqliteRegistry store(dir.path, "u");
+        Long h = 0, subKeys = 0, values = 0;
+        ASSERT_EQ(store.openKey(kLocalMachine, "SOFTWARE", kAccess, h), kSuccess);
+        ASSERT_EQ(store.queryInfoKey(h, subKeys, values), kSuccess);
+        EXPECT_EQ(subKeys, 2);
+    }
 }
 
 // A value name may have 16383 characters, not one more.

@@ -30,6 +30,10 @@ constexpr std::size_t kMaxKeyName = 255;
 constexpr std::size_t kMaxLevels = 512;
 constexpr std::size_t kMaxValueName = 16383;
 
+// How long a change waits for another process's change to the same hive.
+constexpr int kBusyTimeoutMs = 5000;
+constexpr int kRetryMs = 10;
+
 constexpr Long kAllAccess = 0xF003F;
 constexpr Long kReadAccess = 0x20019;
 
@@ -158,7 +162,7 @@ public:
         }
         // Another program may be writing the same hive: wait for its
         // transaction to end instead of failing at once.
-        sqlite3_busy_timeout(db_, 5000);
+        sqlite3_busy_timeout(db_, kBusyTimeoutMs);
         readOnly_ = sqlite3_db_readonly(db_, "main") == 1;
         code_ = prepare(topKey);
         if (code_ != kSuccess && readOnly_ && existed) {
@@ -315,7 +319,7 @@ private:
             // a power cut at worst the last changes, never the file's consistency;
             // a full sync per change would cost milliseconds on every save.
             // Foreign keys: deleting a key takes its values with it.
-            if (!exec("PRAGMA journal_mode=WAL") || !exec("PRAGMA synchronous=NORMAL")) return kBadDatabase;
+            if (!execWaiting("PRAGMA journal_mode=WAL") || !exec("PRAGMA synchronous=NORMAL")) return kBadDatabase;
         }
         if (!exec("PRAGMA foreign_keys=ON")) return kBadDatabase;
         if (tables == 0) {
@@ -360,6 +364,16 @@ private:
         return statements_.back().get();
     }
     bool exec(const char* sql) { return sqlite3_exec(db_, sql, nullptr, nullptr, nullptr) == SQLITE_OK; }
+    // Changing the journal mode answers SQLITE_BUSY at once, without the busy
+    // handler, while another process holds the file (two processes making one
+    // hive): it waits here as any other statement would.
+    bool execWaiting(const char* sql) {
+        for (int waited = 0;; waited += kRetryMs) {
+            const int rc = sqlite3_exec(db_, sql, nullptr, nullptr, nullptr);
+            if (rc != SQLITE_BUSY || waited >= kBusyTimeoutMs) return rc == SQLITE_OK;
+            sqlite3_sleep(kRetryMs);
+        }
+    }
     bool scalar(const char* sql, long long& out) {
         sqlite3_stmt* s = nullptr;
         bool ok = sqlite3_prepare_v2(db_, sql, -1, &s, nullptr) == SQLITE_OK && sqlite3_step(s) == SQLITE_ROW;
