@@ -16,6 +16,7 @@ namespace {
 // most binary, and so decimal, places the type has).
 template <class F>
 F RoundBinary(F value, int decimals, F whole, int places) {
+    if (value == 0) return F(0);  // a negative zero rounds to zero on every path
     if (!std::isfinite(value) || std::fabs(value) >= whole || decimals > places) return value;
     // Below `whole` (2^52) the fixed text has at most 16 integer digits and
     // `places` (1074) decimals: it fits.
