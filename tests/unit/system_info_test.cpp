@@ -1,0 +1,171 @@
+// The system host and machine on this platform: documents handed to the
+// desktop's opener by a real process, the clock, the local addresses, and the
+// system operations that sit on them (SaveIP, Ext2Pgm).
+#include <arpa/inet.h>
+#include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <ctime>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "frame/cl_kiv.hpp"
+#include "frame/strings.hpp"
+#include "test_support.hpp"
+
+namespace kiv {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ErrorOf;
+
+class SystemInfo : public ::testing::Test {
+protected:
+    void SetUp() override {
+        char pattern[] = "/tmp/kiv-sys-XXXXXX";
+        base_ = mkdtemp(pattern);
+        fs::create_directories(base_ / "c" / "Windows");
+        settings_.drives['C'] = (base_ / "c").string();
+        settings_.registryFolder = (base_ / "registry").string();
+    }
+    void TearDown() override {
+        InstallPlatform(MakeSystemPlatform(PlatformSettings::fromEnvironment()));
+        fs::remove_all(base_);
+    }
+    void use(std::map<std::string, std::string> pins) {
+        settings_.pins = std::move(pins);
+        InstallPlatform(std::make_shared<PosixPlatform>(settings_));
+    }
+
+    fs::path base_;
+    PlatformSettings settings_;
+    Cl_KIV k;
+};
+
+// CALL's answer, asked in a child process: nothing when the call ends the
+// process that made it instead of coming back to it.
+std::optional<bool> AnsweredInChild(const std::function<bool()>& call) {
+    const pid_t child = fork();
+    if (child == 0) _exit(call() ? 10 : 11);
+    int status = 0;
+    if (waitpid(child, &status, 0) != child || !WIFEXITED(status)) return std::nullopt;
+    if (WEXITSTATUS(status) == 10) return true;
+    if (WEXITSTATUS(status) == 11) return false;
+    return std::nullopt;
+}
+
+// The opener gets the target as its one argument and the caller its answer at
+// once; without an opener on PATH nothing starts.
+TEST_F(SystemInfo, DocumentsGoToTheDesktopOpener) {
+    const fs::path bin = base_ / "bin";
+    fs::create_directory(bin);
+    {
+        std::ofstream script(bin / "xdg-open");
+        script << "#!/bin/sh\nprintf '%s|%s' \"$#\" \"$1\" > \"$(dirname \"$0\")/seen.tmp\"\n"
+                  "mv \"$(dirname \"$0\")/seen.tmp\" \"$(dirname \"$0\")/seen\"\n";
+    }
+    fs::permissions(bin / "xdg-open", fs::perms::owner_all);
+    const char* old = getenv("PATH");
+    const std::string saved = old ? old : "";
+    std::unique_ptr<Host> host = MakePosixHost(settings_);
+    setenv("PATH", (bin.string() + ":/usr/bin:/bin").c_str(), 1);
+    const std::optional<bool> opened = AnsweredInChild([&] { return host->openDocument(u"https://ditta.it/a b"); });
+    setenv("PATH", "/nonexistent", 1);
+    const std::optional<bool> withoutOpener = AnsweredInChild([&] { return host->openDocument(u"https://ditta.it"); });
+    setenv("PATH", saved.c_str(), 1);
+    EXPECT_EQ(opened, std::optional<bool>(true));
+    EXPECT_EQ(withoutOpener, std::optional<bool>(false));
+    for (int i = 0; i < 200 && !fs::exists(bin / "seen"); ++i) usleep(10000);
+    std::ifstream in(bin / "seen");
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), "1|https://ditta.it/a b");
+}
+
+// The system host's clock is local time: within the zones' offsets (at most
+// 14 hours) of the system's UTC time, so on the right day, month and year.
+TEST_F(SystemInfo, HostClockIsTheSystemsTime) {
+    const double utcDays = static_cast<double>(std::time(nullptr)) / 86400.0 + 25569.0;  // 1970-01-01 is day 25569
+    const Date now = MakePosixHost(settings_)->now();
+    EXPECT_NEAR(now.serial, utcDays, 15.0 / 24.0);
+}
+
+// A machine with a route out has an address to report (the kernel's choice of
+// source address for a distant one; no packet is sent).
+TEST_F(SystemInfo, MachineOnTheNetworkHasAnAddress) {
+    const int s = socket(AF_INET, SOCK_DGRAM, 0);
+    sockaddr_in far{};
+    far.sin_family = AF_INET;
+    far.sin_port = htons(9);
+    inet_pton(AF_INET, "198.51.100.1", &far.sin_addr);
+    sockaddr_in local{};
+    socklen_t size = sizeof local;
+    const bool routed = s >= 0 && connect(s, reinterpret_cast<const sockaddr*>(&far), sizeof far) == 0 &&
+                        getsockname(s, reinterpret_cast<sockaddr*>(&local), &size) == 0;
+    if (s >= 0) close(s);
+    const auto* b = reinterpret_cast<const unsigned char*>(&local.sin_addr.s_addr);
+    if (!routed || !IsRoutableLocal(b[0], b[1])) GTEST_SKIP() << "no route out of this machine";
+    use({});
+    EXPECT_NE(k.SaveIP2Str(), u"");
+    EXPECT_EQ(k.GetProviderType(), u"LAN");
+}
+
+// With every number of the host's table taken SaveIP fails, and the host's
+// own files stay open.
+TEST_F(SystemInfo, SaveIPWithTheTableFullLeavesTheHostsFiles) {
+    use({{"ip", "192.168.1.20"}});
+    FileTable& table = CurrentPlatform().fileTable();
+    for (Long n = FileTable::kFirst; n <= FileTable::kLast; ++n)
+        table.open(u"C:\\f" + FromUtf8(std::to_string(n)) + u".txt", FileMode::Output, n);
+    EXPECT_FALSE(k.SaveIP(u"C:\\ip.txt"));
+    EXPECT_EQ(ErrorOf([&] { table.print(FileTable::kFirst, u"x"); }), 0);
+    EXPECT_EQ(ErrorOf([&] { table.print(FileTable::kLast, u"x"); }), 0);
+    table.closeAll();
+    EXPECT_FALSE(fs::exists(base_ / "c" / "ip.txt"));
+}
+
+// The system's machine with the file associations of a Windows desktop, which
+// this platform has none of.
+class AssociatingMachine final : public Machine {
+public:
+    explicit AssociatingMachine(const PlatformSettings& s) : real_(MakePosixMachine(s)) {}
+    SystemVersion systemVersion() override { return real_->systemVersion(); }
+    Integer systemBits() override { return real_->systemBits(); }
+    String computerName() override { return real_->computerName(); }
+    String userName() override { return real_->userName(); }
+    String systemFolder(Long which, const String& user) override { return real_->systemFolder(which, user); }
+    std::vector<String> localAddresses() override { return real_->localAddresses(); }
+    std::optional<ConnectionState> connection() override { return real_->connection(); }
+    String programFor(const String& extension) override {
+        return CaseBlindEqual(extension, u".txt") ? u"C:\\Windows\\notepad.exe" : String();
+    }
+    bool themeActive() override { return real_->themeActive(); }
+
+private:
+    std::unique_ptr<Machine> real_;
+};
+
+class AssociatingPlatform final : public PosixPlatform {
+public:
+    explicit AssociatingPlatform(const PlatformSettings& s) : PosixPlatform(s), machine_(s) {}
+    Machine& machine() override { return machine_; }
+
+private:
+    AssociatingMachine machine_;
+};
+
+// Ext2Pgm asks for the text after the last dot, or all of it.
+TEST_F(SystemInfo, Ext2PgmAsksForTheExtensionAfterTheLastDot) {
+    InstallPlatform(std::make_shared<AssociatingPlatform>(settings_));
+    EXPECT_EQ(k.Ext2Pgm(u"C:\\Lettere\\mario.rossi.txt"), u"C:\\Windows\\notepad.exe");
+    EXPECT_EQ(k.Ext2Pgm(u".TXT"), u"C:\\Windows\\notepad.exe");
+    EXPECT_EQ(k.Ext2Pgm(u" txt "), u"C:\\Windows\\notepad.exe");
+    EXPECT_EQ(k.Ext2Pgm(u"lettera.doc"), u"");
+}
+
+}  // namespace
+}  // namespace kiv
