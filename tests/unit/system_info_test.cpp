@@ -60,10 +60,9 @@ std::optional<bool> AnsweredInChild(const std::function<bool()>& call) {
     return std::nullopt;
 }
 
-// The opener gets the target as its one argument and the caller its answer at
-// once; without an opener on PATH nothing starts.
-TEST_F(SystemInfo, DocumentsGoToTheDesktopOpener) {
-    const fs::path bin = base_ / "bin";
+// A stand-in for the desktop's opener in BIN: it writes the count of its
+// arguments and the first to BIN/seen.
+void MakeOpener(const fs::path& bin) {
     fs::create_directory(bin);
     {
         std::ofstream script(bin / "xdg-open");
@@ -71,6 +70,13 @@ TEST_F(SystemInfo, DocumentsGoToTheDesktopOpener) {
                   "mv \"$(dirname \"$0\")/seen.tmp\" \"$(dirname \"$0\")/seen\"\n";
     }
     fs::permissions(bin / "xdg-open", fs::perms::owner_all);
+}
+
+// The opener gets the target as its one argument and the caller its answer at
+// once; without an opener on PATH nothing starts.
+TEST_F(SystemInfo, DocumentsGoToTheDesktopOpener) {
+    const fs::path bin = base_ / "bin";
+    MakeOpener(bin);
     const char* old = getenv("PATH");
     const std::string saved = old ? old : "";
     std::unique_ptr<Host> host = MakePosixHost(settings_);
@@ -86,6 +92,21 @@ TEST_F(SystemInfo, DocumentsGoToTheDesktopOpener) {
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), "1|https://ditta.it/a b");
 }
 
+// Only the explorer's command line has a program here: another of the same
+// length before its path starts nothing.
+TEST_F(SystemInfo, OtherProgramsDoNotStart) {
+    use({});
+    const fs::path bin = base_ / "bin";
+    MakeOpener(bin);
+    const char* old = getenv("PATH");
+    const std::string saved = old ? old : "";
+    std::unique_ptr<Host> host = MakePosixHost(settings_);
+    setenv("PATH", (bin.string() + ":/usr/bin:/bin").c_str(), 1);
+    const std::optional<bool> started = AnsweredInChild([&] { return host->startProgram(u"NOTEPAD  C:\\Data"); });
+    setenv("PATH", saved.c_str(), 1);
+    EXPECT_EQ(started, std::optional<bool>(false));
+}
+
 // The system host's clock is local time: within the zones' offsets (at most
 // 14 hours) of the system's UTC time, so on the right day, month and year.
 TEST_F(SystemInfo, HostClockIsTheSystemsTime) {
@@ -94,8 +115,8 @@ TEST_F(SystemInfo, HostClockIsTheSystemsTime) {
     EXPECT_NEAR(now.serial, utcDays, 15.0 / 24.0);
 }
 
-// A machine with a route out has an address to report (the kernel's choice of
-// source address for a distant one; no packet is sent).
+// A machine with a route out (the kernel's choice of source address for a
+// distant one; no packet is sent) has addresses to report, its own.
 TEST_F(SystemInfo, MachineOnTheNetworkHasAnAddress) {
     const int s = socket(AF_INET, SOCK_DGRAM, 0);
     sockaddr_in far{};
@@ -110,8 +131,23 @@ TEST_F(SystemInfo, MachineOnTheNetworkHasAnAddress) {
     const auto* b = reinterpret_cast<const unsigned char*>(&local.sin_addr.s_addr);
     if (!routed || !IsRoutableLocal(b[0], b[1])) GTEST_SKIP() << "no route out of this machine";
     use({});
-    EXPECT_NE(k.SaveIP2Str(), u"");
+    const String all = k.SaveIP2Str();
+    EXPECT_NE(all, u"");
     EXPECT_EQ(k.GetProviderType(), u"LAN");
+    // Each line is an address of this machine (one it can bind to), none the loopback.
+    for (std::size_t start = 0; start < all.size();) {
+        std::size_t end = all.find(u"\r\n", start);
+        if (end == String::npos) end = all.size();
+        const std::string line = ToUtf8(all.substr(start, end - start));
+        start = end + 2;
+        sockaddr_in own{};
+        own.sin_family = AF_INET;
+        ASSERT_EQ(inet_pton(AF_INET, line.c_str(), &own.sin_addr), 1) << line;
+        EXPECT_NE(line.rfind("127.", 0), 0u) << line;
+        const int t = socket(AF_INET, SOCK_DGRAM, 0);
+        EXPECT_EQ(bind(t, reinterpret_cast<const sockaddr*>(&own), sizeof own), 0) << line;
+        close(t);
+    }
 }
 
 // With every number of the host's table taken SaveIP fails, and the host's
