@@ -2,8 +2,12 @@
 // desktop's opener by a real process, the clock, the local addresses, and the
 // system operations that sit on them (SaveIP, Ext2Pgm).
 #include <arpa/inet.h>
+#include <errno.h>
 #include <gtest/gtest.h>
 #include <netinet/in.h>
+#include <pwd.h>
+#include <signal.h>
+#include <sys/utsname.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -48,11 +52,17 @@ protected:
     Cl_KIV k;
 };
 
-// CALL's answer, asked in a child process: nothing when the call ends the
-// process that made it instead of coming back to it.
+// CALL's answer, asked in a child process that has ten seconds for it:
+// nothing when the call ends the process that made it, does not come back,
+// or leaves that process a child to reap.
 std::optional<bool> AnsweredInChild(const std::function<bool()>& call) {
     const pid_t child = fork();
-    if (child == 0) _exit(call() ? 10 : 11);
+    if (child == 0) {
+        alarm(10);
+        const bool answer = call();
+        const bool nothingToReap = waitpid(-1, nullptr, WNOHANG) < 0 && errno == ECHILD;
+        _exit(!nothingToReap ? 12 : answer ? 10 : 11);
+    }
     int status = 0;
     if (waitpid(child, &status, 0) != child || !WIFEXITED(status)) return std::nullopt;
     if (WEXITSTATUS(status) == 10) return true;
@@ -60,36 +70,69 @@ std::optional<bool> AnsweredInChild(const std::function<bool()>& call) {
     return std::nullopt;
 }
 
-// A stand-in for the desktop's opener in BIN: it writes the count of its
-// arguments and the first to BIN/seen.
+// A stand-in for the desktop's opener in BIN: once BIN/go exists it writes
+// the count of its arguments and the first to BIN/seen; it gives up when BIN
+// is removed.
 void MakeOpener(const fs::path& bin) {
     fs::create_directory(bin);
     {
         std::ofstream script(bin / "xdg-open");
-        script << "#!/bin/sh\nprintf '%s|%s' \"$#\" \"$1\" > \"$(dirname \"$0\")/seen.tmp\"\n"
-                  "mv \"$(dirname \"$0\")/seen.tmp\" \"$(dirname \"$0\")/seen\"\n";
+        script << "#!/bin/sh\nd=$(dirname \"$0\")\n"
+                  "while [ ! -e \"$d/go\" ] && [ -d \"$d\" ]; do sleep 0.01; done\n"
+                  "printf '%s|%s' \"$#\" \"$1\" > \"$d/seen.tmp\" && mv \"$d/seen.tmp\" \"$d/seen\"\n";
     }
     fs::permissions(bin / "xdg-open", fs::perms::owner_all);
 }
 
-// The opener gets the target as its one argument and the caller its answer at
-// once; without an opener on PATH nothing starts.
+class OnPath {
+public:
+    explicit OnPath(const std::string& path) {
+        const char* old = getenv("PATH");
+        saved_ = old ? old : "";
+        setenv("PATH", path.c_str(), 1);
+    }
+    ~OnPath() { setenv("PATH", saved_.c_str(), 1); }
+
+private:
+    std::string saved_;
+};
+
+// The opener gets the target as its one argument; the caller gets its answer
+// without waiting for the opener and has no child left behind. Without an
+// opener on PATH nothing starts.
 TEST_F(SystemInfo, DocumentsGoToTheDesktopOpener) {
     const fs::path bin = base_ / "bin";
     MakeOpener(bin);
-    const char* old = getenv("PATH");
-    const std::string saved = old ? old : "";
     std::unique_ptr<Host> host = MakePosixHost(settings_);
-    setenv("PATH", (bin.string() + ":/usr/bin:/bin").c_str(), 1);
-    const std::optional<bool> opened = AnsweredInChild([&] { return host->openDocument(u"https://ditta.it/a b"); });
-    setenv("PATH", "/nonexistent", 1);
-    const std::optional<bool> withoutOpener = AnsweredInChild([&] { return host->openDocument(u"https://ditta.it"); });
-    setenv("PATH", saved.c_str(), 1);
+    std::optional<bool> opened, withoutOpener;
+    {
+        OnPath path(bin.string() + ":/usr/bin:/bin");
+        opened = AnsweredInChild([&] { return host->openDocument(u"https://ditta.it/a b"); });
+    }
+    std::ofstream(bin / "go").flush();
+    {
+        OnPath path("/nonexistent");
+        withoutOpener = AnsweredInChild([&] { return host->openDocument(u"https://ditta.it"); });
+    }
     EXPECT_EQ(opened, std::optional<bool>(true));
     EXPECT_EQ(withoutOpener, std::optional<bool>(false));
-    for (int i = 0; i < 200 && !fs::exists(bin / "seen"); ++i) usleep(10000);
+    for (int i = 0; i < 300 && !fs::exists(bin / "seen"); ++i) usleep(10000);
     std::ifstream in(bin / "seen");
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), "1|https://ditta.it/a b");
+}
+
+// A host that ignores its children's ends (so the system reaps them) gets
+// its answer all the same.
+TEST_F(SystemInfo, HostIgnoringItsChildrenStillOpens) {
+    const fs::path bin = base_ / "bin";
+    MakeOpener(bin);
+    std::unique_ptr<Host> host = MakePosixHost(settings_);
+    OnPath path(bin.string() + ":/usr/bin:/bin");
+    const std::optional<bool> opened = AnsweredInChild([&] {
+        signal(SIGCHLD, SIG_IGN);
+        return host->openDocument(u"https://ditta.it");
+    });
+    EXPECT_EQ(opened, std::optional<bool>(true));
 }
 
 // Only the explorer's command line has a program here: another of the same
@@ -98,12 +141,9 @@ TEST_F(SystemInfo, OtherProgramsDoNotStart) {
     use({});
     const fs::path bin = base_ / "bin";
     MakeOpener(bin);
-    const char* old = getenv("PATH");
-    const std::string saved = old ? old : "";
     std::unique_ptr<Host> host = MakePosixHost(settings_);
-    setenv("PATH", (bin.string() + ":/usr/bin:/bin").c_str(), 1);
+    OnPath path(bin.string() + ":/usr/bin:/bin");
     const std::optional<bool> started = AnsweredInChild([&] { return host->startProgram(u"NOTEPAD  C:\\Data"); });
-    setenv("PATH", saved.c_str(), 1);
     EXPECT_EQ(started, std::optional<bool>(false));
 }
 
@@ -150,6 +190,41 @@ TEST_F(SystemInfo, MachineOnTheNetworkHasAnAddress) {
     }
 }
 
+// Unpinned, the computer's name is the host name up to its first dot.
+TEST_F(SystemInfo, ComputerNameIsTheHostNameUpToItsFirstDot) {
+    use({});
+    utsname u{};
+    ASSERT_EQ(uname(&u), 0);
+    const std::string host = u.nodename;
+    EXPECT_EQ(k.GetPCName(), FromUtf8(host.substr(0, host.find('.'))));
+}
+
+// The user's name is the password database's for the effective user, whatever
+// USER says; for a user the database does not know, USER, or "" without it.
+TEST_F(SystemInfo, UserNameFromThePasswordDatabaseElseUSER) {
+    use({});
+    const passwd* me = getpwuid(geteuid());
+    ASSERT_NE(me, nullptr);
+    const String login = FromUtf8(me->pw_name);
+    const char* old = getenv("USER");
+    const std::string saved = old ? old : "";
+    setenv("USER", "mario", 1);
+    const String name = k.GetWinUserName();
+    const uid_t stranger = 54321;
+    const bool canBeStranger = geteuid() == 0 && getpwuid(stranger) == nullptr;
+    std::optional<bool> unknown;
+    if (canBeStranger)
+        unknown = AnsweredInChild([&] {
+            if (setuid(stranger) != 0 || k.GetWinUserName() != u"mario") return false;
+            unsetenv("USER");
+            return k.GetWinUserName() == u"";
+        });
+    if (old) setenv("USER", saved.c_str(), 1); else unsetenv("USER");
+    EXPECT_EQ(name, login);
+    if (!canBeStranger) GTEST_SKIP() << "only root can become a user the database does not know";
+    EXPECT_EQ(unknown, std::optional<bool>(true));
+}
+
 // With every number of the host's table taken SaveIP fails, and the host's
 // own files stay open.
 TEST_F(SystemInfo, SaveIPWithTheTableFullLeavesTheHostsFiles) {
@@ -164,43 +239,63 @@ TEST_F(SystemInfo, SaveIPWithTheTableFullLeavesTheHostsFiles) {
     EXPECT_FALSE(fs::exists(base_ / "c" / "ip.txt"));
 }
 
-// The system's machine with the file associations of a Windows desktop, which
-// this platform has none of.
-class AssociatingMachine final : public Machine {
+// The system's machine with what a Windows desktop adds and this platform
+// has none of: file associations and a report of the connection.
+class WindowsLikeMachine final : public Machine {
 public:
-    explicit AssociatingMachine(const PlatformSettings& s) : real_(MakePosixMachine(s)) {}
+    explicit WindowsLikeMachine(const PlatformSettings& s) : real_(MakePosixMachine(s)) {}
     SystemVersion systemVersion() override { return real_->systemVersion(); }
     Integer systemBits() override { return real_->systemBits(); }
     String computerName() override { return real_->computerName(); }
     String userName() override { return real_->userName(); }
     String systemFolder(Long which, const String& user) override { return real_->systemFolder(which, user); }
     std::vector<String> localAddresses() override { return real_->localAddresses(); }
-    std::optional<ConnectionState> connection() override { return real_->connection(); }
+    std::optional<ConnectionState> connection() override { return report; }
     String programFor(const String& extension) override {
         return CaseBlindEqual(extension, u".txt") ? u"C:\\Windows\\notepad.exe" : String();
     }
     bool themeActive() override { return real_->themeActive(); }
 
+    std::optional<ConnectionState> report;
+
 private:
     std::unique_ptr<Machine> real_;
 };
 
-class AssociatingPlatform final : public PosixPlatform {
+class WindowsLikePlatform final : public PosixPlatform {
 public:
-    explicit AssociatingPlatform(const PlatformSettings& s) : PosixPlatform(s), machine_(s) {}
-    Machine& machine() override { return machine_; }
+    explicit WindowsLikePlatform(const PlatformSettings& s) : PosixPlatform(s), machine_(s) {}
+    WindowsLikeMachine& machine() override { return machine_; }
 
 private:
-    AssociatingMachine machine_;
+    WindowsLikeMachine machine_;
 };
 
 // Ext2Pgm asks for the text after the last dot, or all of it.
 TEST_F(SystemInfo, Ext2PgmAsksForTheExtensionAfterTheLastDot) {
-    InstallPlatform(std::make_shared<AssociatingPlatform>(settings_));
+    InstallPlatform(std::make_shared<WindowsLikePlatform>(settings_));
     EXPECT_EQ(k.Ext2Pgm(u"C:\\Lettere\\mario.rossi.txt"), u"C:\\Windows\\notepad.exe");
     EXPECT_EQ(k.Ext2Pgm(u".TXT"), u"C:\\Windows\\notepad.exe");
     EXPECT_EQ(k.Ext2Pgm(u" txt "), u"C:\\Windows\\notepad.exe");
     EXPECT_EQ(k.Ext2Pgm(u"lettera.doc"), u"");
+}
+
+// The connection report: the first flag that applies, offline before all,
+// nothing when not connected.
+TEST_F(SystemInfo, ProviderTypeFromTheConnectionReport) {
+    const auto platform = std::make_shared<WindowsLikePlatform>(settings_);
+    InstallPlatform(platform);
+    struct Case {
+        bool connected;
+        unsigned long flags;
+        const char16_t* type;
+    };
+    for (const Case& c : {Case{true, 0x21, u"OFFLINE"}, Case{false, 0x20, u"OFFLINE"}, Case{false, 0x02, u""},
+                          Case{true, 0x03, u"MODEM"}, Case{true, 0x06, u"LAN"}, Case{true, 0x04, u"PROXY"},
+                          Case{true, 0x08, u""}}) {
+        platform->machine().report = ConnectionState{c.connected, c.flags};
+        EXPECT_EQ(k.GetProviderType(), String(c.type)) << c.connected << " " << c.flags;
+    }
 }
 
 }  // namespace
