@@ -8,6 +8,7 @@
 #include <pwd.h>
 #include <signal.h>
 #include <sys/utsname.h>
+#include <sys/personality.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -223,6 +224,14 @@ TEST_F(SystemInfo, UserNameFromThePasswordDatabaseElseUSER) {
     EXPECT_EQ(name, login);
     if (!canBeStranger) GTEST_SKIP() << "only root can become a user the database does not know";
     EXPECT_EQ(unknown, std::optional<bool>(true));
+}
+
+// A 32-bit machine (here the kernel's 32-bit personality, which reports
+// i686) has a 32-bit system.
+TEST_F(SystemInfo, BitnessOfAThirtyTwoBitMachine) {
+    use({});
+    EXPECT_EQ(AnsweredInChild([&] { return personality(PER_LINUX32) != -1 && k.GetWindowsBit() == 32; }),
+              std::optional<bool>(true));
 }
 
 // With every number of the host's table taken SaveIP fails, and the host's
