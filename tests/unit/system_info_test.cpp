@@ -107,7 +107,7 @@ TEST_F(SystemInfo, DocumentsGoToTheDesktopOpener) {
     std::unique_ptr<Host> host = MakePosixHost(settings_);
     std::optional<bool> opened, withoutOpener;
     {
-        OnPath path(bin.string() + ":/usr/bin:/bin");
+        OnPath path("/nonexistent:" + bin.string() + ":/usr/bin:/bin");  // found past a folder without it
         opened = AnsweredInChild([&] { return host->openDocument(u"https://ditta.it/a b"); });
     }
     std::ofstream(bin / "go").flush();
