@@ -261,11 +261,13 @@ public:
     std::vector<String> localAddresses() override { return real_->localAddresses(); }
     std::optional<ConnectionState> connection() override { return report; }
     String programFor(const String& extension) override {
+        asked.push_back(extension);
         return CaseBlindEqual(extension, u".txt") ? u"C:\\Windows\\notepad.exe" : String();
     }
     bool themeActive() override { return real_->themeActive(); }
 
     std::optional<ConnectionState> report;
+    std::vector<String> asked;
 
 private:
     std::unique_ptr<Machine> real_;
@@ -280,9 +282,14 @@ private:
     WindowsLikeMachine machine_;
 };
 
-// Ext2Pgm asks for the text after the last dot, or all of it.
+// Ext2Pgm asks for the text after the last dot, or all of it; a text with a
+// blank or a slash is asked for not at all.
 TEST_F(SystemInfo, Ext2PgmAsksForTheExtensionAfterTheLastDot) {
-    InstallPlatform(std::make_shared<WindowsLikePlatform>(settings_));
+    const auto platform = std::make_shared<WindowsLikePlatform>(settings_);
+    InstallPlatform(platform);
+    EXPECT_EQ(k.Ext2Pgm(u"a b"), u"");
+    EXPECT_EQ(k.Ext2Pgm(u"C:\\x.y\\lettera"), u"");
+    EXPECT_TRUE(platform->machine().asked.empty());
     EXPECT_EQ(k.Ext2Pgm(u"C:\\Lettere\\mario.rossi.txt"), u"C:\\Windows\\notepad.exe");
     EXPECT_EQ(k.Ext2Pgm(u".TXT"), u"C:\\Windows\\notepad.exe");
     EXPECT_EQ(k.Ext2Pgm(u" txt "), u"C:\\Windows\\notepad.exe");
