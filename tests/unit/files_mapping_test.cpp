@@ -5,6 +5,7 @@
 #include <signal.h>
 #include <stdlib.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -90,14 +91,17 @@ TEST_F(Mapping, UnmappedDrivesAndSharesAreNotFound) {
 TEST_F(Mapping, NamesNoWindowsFileCanHave) {
     EXPECT_EQ(ErrorOf([&] { map(String(u"C:\\a") + u'\0' + u"b"); }), kBadFileNameOrNumber);
     EXPECT_EQ(ErrorOf([&] { map(String(u"/tmp/a") + u'\0'); }), kBadFileNameOrNumber);
-    for (const char16_t* bad : {u"C:\\a?b", u"C:\\a*", u"C:\\a:b", u"C:\\a\x01", u"C:\\a|b", u"C:\\a\"b"})
+    for (const char16_t* bad :
+         {u"C:\\a?b", u"C:\\a*", u"C:\\a:b", u"C:\\a\x01", u"C:\\a\x1F", u"C:\\a|b", u"C:\\a\"b"})
         EXPECT_EQ(ErrorOf([&] { map(bad); }), kBadFileNameOrNumber) << ToUtf8(bad);
+    EXPECT_EQ(map(u"C:\\a b"), c_ / "a b");  // the blank, first of the allowed characters
     EXPECT_EQ(ErrorOf([&] { map(u"C:\\" + String(100000, u'a')); }), kBadFileNameOrNumber);
     // Long but possible for Windows: mapped, and the file system says the rest.
     String deep = u"C:";
     for (int i = 0; i < 3000; ++i) deep += u"\\ab";
     EXPECT_EQ(ErrorOf([&] { files_->readFile(deep); }), kBadFileNameOrNumber);
     EXPECT_EQ(ErrorOf([&] { files_->readFile(u"C:\\" + String(300, u'n')); }), kBadFileNameOrNumber);
+    EXPECT_EQ(ErrorOf([&] { files_->replaceFile(u"C:\\" + String(300, u'n'), "x"); }), kBadFileNameOrNumber);
 }
 
 TEST_F(Mapping, PosixPathsPassAsTheyStand) {
@@ -140,6 +144,7 @@ TEST_F(Mapping, MatchingSkipsHiddenEntriesAndFolders) {
     EXPECT_EQ(files_->firstMatch(u"C:\\pl?in"), u"plain");
     EXPECT_EQ(files_->firstMatch(u"C:\\pl?n"), u"");
     EXPECT_EQ(files_->firstMatch(u"C:\\nowhere\\*"), u"");
+    EXPECT_EQ(files_->firstMatch(u"c:n*.txt"), u"Note.TXT");  // a drive with no separator: its root
 }
 
 // A write that cannot complete (here: beyond the process's file-size limit,
@@ -298,6 +303,52 @@ TEST_F(Table, ExplorerOpensTheMappedFolderWithoutAShell) {
     EXPECT_FALSE(other);
     EXPECT_FALSE(withoutOpener);
     EXPECT_EQ(Slurp(bin / "seen"), "1|" + (c_ / "Data" / "a b'; $x").string());
+}
+
+}  // namespace
+}  // namespace kiv
+
+namespace kiv {
+namespace {
+
+// A host started without standard input gets descriptor 0 for the next file
+// it opens: a file like any other.
+TEST_F(Table, OpensOnDescriptorZero) {
+    files_->replaceFile(u"C:\\bin", "z");
+    const int input = dup(0);
+    close(0);
+    const int output = ErrorOf([&] { table().open(u"C:\\zero.txt", FileMode::Output, 1); });
+    const int append = ErrorOf([&] {
+        table().open(u"C:\\bin", FileMode::Append, 3);
+        table().print(3, u"y", false);
+        table().close(3);
+    });
+    const int binary = ErrorOf([&] { table().open(u"C:\\bin", FileMode::Binary, 2); });
+    const String read = binary == 0 ? table().readByteAt(2, 2) : String();
+    const int closed = ErrorOf([&] { table().closeAll(); });
+    dup2(input, 0);
+    close(input);
+    EXPECT_EQ(output, 0);
+    EXPECT_EQ(append, 0);
+    EXPECT_EQ(binary, 0);
+    EXPECT_EQ(closed, 0);
+    EXPECT_EQ(read, u"y");
+}
+
+// A replaced file keeps its permissions, down to the others' right to run it.
+TEST_F(Mapping, ReplacingKeepsThePermissions) {
+    files_->replaceFile(u"C:\\run", "old");
+    fs::permissions(c_ / "run", fs::perms(0751));
+    files_->replaceFile(u"C:\\run", "new");
+    EXPECT_EQ(fs::status(c_ / "run").permissions(), fs::perms(0751));
+    EXPECT_EQ(Slurp(c_ / "run"), "new");
+}
+
+// A running program cannot be written: opening it for binary access is
+// refused as a file in use is on Windows, not quietly opened to read only.
+TEST_F(Table, ARunningProgramIsAFileInUse) {
+    EXPECT_EQ(ErrorOf([&] { table().open(u"/proc/self/exe", FileMode::Binary, 1); }), kPathFileAccessError);
+    EXPECT_EQ(table().freeNumber(), 1);
 }
 
 }  // namespace
