@@ -85,6 +85,7 @@ TEST_F(Mapping, DotDotNeverClimbsAboveTheDrive) {
 TEST_F(Mapping, UnmappedDrivesAndSharesAreNotFound) {
     EXPECT_EQ(ErrorOf([&] { map(u"Q:\\x"); }), kPathNotFound);
     EXPECT_EQ(ErrorOf([&] { map(u"\\\\server\\share\\x"); }), kPathNotFound);
+    EXPECT_EQ(ErrorOf([&] { map(u"\\\\"); }), kPathNotFound);  // the two backslashes alone
     EXPECT_EQ(map(u"D:\\x"), base_ / "d" / "x");  // mapped, even before its folder exists
 }
 
