@@ -93,10 +93,13 @@ TEST_F(Mapping, NamesNoWindowsFileCanHave) {
     EXPECT_EQ(ErrorOf([&] { map(String(u"C:\\a") + u'\0' + u"b"); }), kBadFileNameOrNumber);
     EXPECT_EQ(ErrorOf([&] { map(String(u"/tmp/a") + u'\0'); }), kBadFileNameOrNumber);
     for (const char16_t* bad :
-         {u"C:\\a?b", u"C:\\a*", u"C:\\a:b", u"C:\\a\x01", u"C:\\a\x1F", u"C:\\a|b", u"C:\\a\"b"})
+         {u"C:\\a?b", u"C:\\a*", u"C:\\a:b", u"C:\\a\x01", u"C:\\a\x1F", u"C:\\a|b", u"C:\\a\"b", u"C:\\a<b", u"C:\\a>b"})
         EXPECT_EQ(ErrorOf([&] { map(bad); }), kBadFileNameOrNumber) << ToUtf8(bad);
     EXPECT_EQ(map(u"C:\\a b"), c_ / "a b");  // the blank, first of the allowed characters
     EXPECT_EQ(ErrorOf([&] { map(u"C:\\" + String(100000, u'a')); }), kBadFileNameOrNumber);
+    // 32767 characters in all are the most a path may have.
+    EXPECT_EQ(map(u"C:\\" + String(32764, u'a')), c_ / std::string(32764, 'a'));
+    EXPECT_EQ(ErrorOf([&] { map(u"C:\\" + String(32765, u'a')); }), kBadFileNameOrNumber);
     // Long but possible for Windows: mapped, and the file system says the rest.
     String deep = u"C:";
     for (int i = 0; i < 3000; ++i) deep += u"\\ab";
@@ -109,6 +112,7 @@ TEST_F(Mapping, PosixPathsPassAsTheyStand) {
     EXPECT_EQ(map(u"/tmp/x.txt"), fs::path("/tmp/x.txt"));
     EXPECT_EQ(map(u"../rel/y"), fs::path("../rel/y"));
     EXPECT_EQ(map(u"sub\\f.txt"), fs::path("sub/f.txt"));
+    EXPECT_EQ(map(u"sub\\.."), fs::path("."));  // nothing left of a relative Windows path: here
 }
 
 TEST(DefaultDrive, MadeWithItsWindowsFolderOnlyWhenItIsOurs) {
@@ -343,6 +347,36 @@ TEST_F(Mapping, ReplacingKeepsThePermissions) {
     files_->replaceFile(u"C:\\run", "new");
     EXPECT_EQ(fs::status(c_ / "run").permissions(), fs::perms(0751));
     EXPECT_EQ(Slurp(c_ / "run"), "new");
+}
+
+// An append that fails to an empty file leaves it empty, as any other.
+TEST_F(Mapping, AFailedAppendLeavesAnEmptyFileEmpty) {
+    files_->replaceFile(u"C:\\empty", "");
+    signal(SIGXFSZ, SIG_IGN);
+    rlimit saved{};
+    getrlimit(RLIMIT_FSIZE, &saved);
+    rlimit small = saved;
+    small.rlim_cur = 16;
+    setrlimit(RLIMIT_FSIZE, &small);
+    const int appended = ErrorOf([&] { files_->appendFile(u"C:\\empty", std::string(100, 'n')); });
+    setrlimit(RLIMIT_FSIZE, &saved);
+    signal(SIGXFSZ, SIG_DFL);
+    EXPECT_EQ(appended, kDiskFull);
+    EXPECT_EQ(Slurp(c_ / "empty"), "");
+}
+
+// New files get read and write for all, less what the umask takes.
+TEST_F(Table, NewFilesTakeTheUmask) {
+    const mode_t saved = umask(022);
+    table().open(u"C:\\o", FileMode::Output, 1);
+    table().open(u"C:\\a", FileMode::Append, 2);
+    table().open(u"C:\\b", FileMode::Binary, 3);
+    table().closeAll();
+    files_->replaceFile(u"C:\\r", "x");
+    files_->appendFile(u"C:\\p", "x");
+    umask(saved);
+    for (const char* name : {"o", "a", "b", "r", "p"})
+        EXPECT_EQ(fs::status(c_ / name).permissions(), fs::perms(0644)) << name;
 }
 
 // A running program cannot be written: opening it for binary access is
