@@ -149,7 +149,7 @@ TEST_F(Mapping, MatchingSkipsHiddenEntriesAndFolders) {
     EXPECT_EQ(files_->firstMatch(u"C:\\pl?in"), u"plain");
     EXPECT_EQ(files_->firstMatch(u"C:\\pl?n"), u"");
     EXPECT_EQ(files_->firstMatch(u"C:\\nowhere\\*"), u"");
-    EXPECT_EQ(files_->firstMatch(u"c:n*.txt"), u"Note.TXT");  // a drive with no separator: its root
+    EXPECT_EQ(files_->firstMatch(u"c:no*"), u"Note.TXT");  // a drive with no separator: its root
 }
 
 // A write that cannot complete (here: beyond the process's file-size limit,
@@ -377,6 +377,18 @@ TEST_F(Table, NewFilesTakeTheUmask) {
     umask(saved);
     for (const char* name : {"o", "a", "b", "r", "p"})
         EXPECT_EQ(fs::status(c_ / name).permissions(), fs::perms(0644)) << name;
+}
+
+// A pattern deletes every normal file that it matches; matching none is an error.
+TEST_F(Mapping, DeletingByPattern) {
+    std::ofstream(c_ / "a.tmp") << "";
+    std::ofstream(c_ / "B.TMP") << "";
+    std::ofstream(c_ / "keep.txt") << "";
+    files_->deleteFile(u"C:\\*.tmp");
+    EXPECT_FALSE(fs::exists(c_ / "a.tmp"));
+    EXPECT_FALSE(fs::exists(c_ / "B.TMP"));
+    EXPECT_TRUE(fs::exists(c_ / "keep.txt"));
+    EXPECT_EQ(ErrorOf([&] { files_->deleteFile(u"C:\\*.tmp"); }), kFileNotFound);
 }
 
 // A running program cannot be written: opening it for binary access is
