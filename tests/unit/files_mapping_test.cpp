@@ -320,24 +320,31 @@ namespace {
 // it opens: a file like any other.
 TEST_F(Table, OpensOnDescriptorZero) {
     files_->replaceFile(u"C:\\bin", "z");
-    const int input = dup(0);
+    const int standardInput = dup(0);
     close(0);
-    const int output = ErrorOf([&] { table().open(u"C:\\zero.txt", FileMode::Output, 1); });
+    const int output = ErrorOf([&] {
+        table().open(u"C:\\zero.txt", FileMode::Output, 1);
+        table().close(1);
+    });
     const int append = ErrorOf([&] {
         table().open(u"C:\\bin", FileMode::Append, 3);
         table().print(3, u"y", false);
         table().close(3);
     });
+    const int input = ErrorOf([&] { table().open(u"C:\\bin", FileMode::Input, 4); });
     const int binary = ErrorOf([&] { table().open(u"C:\\bin", FileMode::Binary, 2); });
     const String read = binary == 0 ? table().readByteAt(2, 2) : String();
+    const String line = input == 0 ? table().lineInput(4) : String();
     const int closed = ErrorOf([&] { table().closeAll(); });
-    dup2(input, 0);
-    close(input);
+    dup2(standardInput, 0);
+    close(standardInput);
     EXPECT_EQ(output, 0);
     EXPECT_EQ(append, 0);
     EXPECT_EQ(binary, 0);
     EXPECT_EQ(closed, 0);
+    EXPECT_EQ(input, 0);
     EXPECT_EQ(read, u"y");
+    EXPECT_EQ(line, u"zy");
 }
 
 // A replaced file keeps its permissions, down to the others' right to run it.
@@ -365,8 +372,9 @@ TEST_F(Mapping, AFailedAppendLeavesAnEmptyFileEmpty) {
     EXPECT_EQ(Slurp(c_ / "empty"), "");
 }
 
-// New files get read and write for all, less what the umask takes.
-TEST_F(Table, NewFilesTakeTheUmask) {
+// New files get read and write for all, new folders everything, less what the
+// umask takes.
+TEST_F(Table, NewFilesAndFoldersTakeTheUmask) {
     const mode_t saved = umask(022);
     table().open(u"C:\\o", FileMode::Output, 1);
     table().open(u"C:\\a", FileMode::Append, 2);
@@ -374,7 +382,9 @@ TEST_F(Table, NewFilesTakeTheUmask) {
     table().closeAll();
     files_->replaceFile(u"C:\\r", "x");
     files_->appendFile(u"C:\\p", "x");
+    files_->makeFolder(u"C:\\d");
     umask(saved);
+    EXPECT_EQ(fs::status(c_ / "d").permissions(), fs::perms(0755));
     for (const char* name : {"o", "a", "b", "r", "p"})
         EXPECT_EQ(fs::status(c_ / name).permissions(), fs::perms(0644)) << name;
 }
