@@ -96,6 +96,8 @@ TEST_F(Mapping, NamesNoWindowsFileCanHave) {
          {u"C:\\a?b", u"C:\\a*", u"C:\\a:b", u"C:\\a\x01", u"C:\\a\x1F", u"C:\\a|b", u"C:\\a\"b", u"C:\\a<b", u"C:\\a>b"})
         EXPECT_EQ(ErrorOf([&] { map(bad); }), kBadFileNameOrNumber) << ToUtf8(bad);
     EXPECT_EQ(map(u"C:\\a b"), c_ / "a b");  // the blank, first of the allowed characters
+    // Not a drive letter, though the low byte of U+0143 is "C".
+    EXPECT_EQ(ErrorOf([&] { map(u"\u0143:\\x"); }), kBadFileNameOrNumber);
     EXPECT_EQ(ErrorOf([&] { map(u"C:\\" + String(100000, u'a')); }), kBadFileNameOrNumber);
     // 32767 characters in all are the most a path may have.
     EXPECT_EQ(map(u"C:\\" + String(32764, u'a')), c_ / std::string(32764, 'a'));
