@@ -115,6 +115,7 @@ TEST_F(Mapping, PosixPathsPassAsTheyStand) {
     EXPECT_EQ(map(u"../rel/y"), fs::path("../rel/y"));
     EXPECT_EQ(map(u"sub\\f.txt"), fs::path("sub/f.txt"));
     EXPECT_EQ(map(u"sub\\.."), fs::path("."));  // nothing left of a relative Windows path: here
+    EXPECT_EQ(map(u"a\\b"), fs::path("a/b"));     // a backslash second is no share
 }
 
 TEST(DefaultDrive, MadeWithItsWindowsFolderOnlyWhenItIsOurs) {
@@ -152,6 +153,11 @@ TEST_F(Mapping, MatchingSkipsHiddenEntriesAndFolders) {
     EXPECT_EQ(files_->firstMatch(u"C:\\pl?n"), u"");
     EXPECT_EQ(files_->firstMatch(u"C:\\nowhere\\*"), u"");
     EXPECT_EQ(files_->firstMatch(u"c:no*"), u"Note.TXT");  // a drive with no separator: its root
+    const fs::path here = fs::current_path();
+    fs::current_path(c_);
+    const String relative = files_->firstMatch(u"no*");  // no folder at all: the current one
+    fs::current_path(here);
+    EXPECT_EQ(relative, u"Note.TXT");
 }
 
 // A write that cannot complete (here: beyond the process's file-size limit,
@@ -401,6 +407,32 @@ TEST_F(Mapping, DeletingByPattern) {
     EXPECT_FALSE(fs::exists(c_ / "B.TMP"));
     EXPECT_TRUE(fs::exists(c_ / "keep.txt"));
     EXPECT_EQ(ErrorOf([&] { files_->deleteFile(u"C:\\*.tmp"); }), kFileNotFound);
+}
+
+// Readers share a file; a writer shares it with nobody, whoever came first.
+TEST_F(Table, AReaderKeepsWritersOut) {
+    files_->replaceFile(u"C:\\in", "x");
+    table().open(u"C:\\in", FileMode::Input, 1);
+    EXPECT_EQ(ErrorOf([&] { table().open(u"C:\\in", FileMode::Output, 2); }), kFileAlreadyOpen);
+    EXPECT_EQ(ErrorOf([&] { table().open(u"C:\\in", FileMode::Append, 2); }), kFileAlreadyOpen);
+    EXPECT_EQ(ErrorOf([&] { table().open(u"C:\\in", FileMode::Binary, 2); }), 0);
+    table().closeAll();
+}
+
+// Number 511 is handed out when every number before it is taken.
+TEST_F(Table, TheLastFreeNumberIs511) {
+    files_->replaceFile(u"C:\\in", "x");
+    for (Long n = 1; n <= 510; ++n) table().open(u"C:\\in", FileMode::Input, n);
+    EXPECT_EQ(table().freeNumber(), 511);
+    table().closeAll();
+}
+
+// A file that may only be read opens to read: here one that the kernel lets
+// nobody write, whatever the user.
+TEST_F(Table, AReadOnlyFileOpensToRead) {
+    table().open(u"/proc/sys/kernel/ostype", FileMode::Binary, 1);
+    EXPECT_EQ(table().readByteAt(1, 1), u"L");
+    table().close(1);
 }
 
 // A running program cannot be written: opening it for binary access is
