@@ -435,6 +435,18 @@ TEST_F(Table, AReadOnlyFileOpensToRead) {
     table().close(1);
 }
 
+// Closing them all closes every file even when one fails, and tells the first failure.
+TEST_F(Table, ClosingAllTellsAFailure) {
+    table().open(u"C:\\gone", FileMode::Output, 1);
+    table().open(u"C:\\fine", FileMode::Output, 2);
+    table().print(2, u"ok");
+    fs::remove(c_ / "gone");
+    fs::create_directory(c_ / "gone");  // where the file should be written
+    EXPECT_EQ(ErrorOf([&] { table().closeAll(); }), kPathFileAccessError);
+    EXPECT_EQ(Slurp(c_ / "fine"), "ok\r\n");
+    EXPECT_EQ(table().freeNumber(), 1);
+}
+
 // A running program cannot be written: opening it for binary access is
 // refused as a file in use is on Windows, not quietly opened to read only.
 TEST_F(Table, ARunningProgramIsAFileInUse) {
