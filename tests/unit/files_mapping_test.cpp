@@ -113,6 +113,7 @@ TEST_F(Mapping, NamesNoWindowsFileCanHave) {
 TEST_F(Mapping, PosixPathsPassAsTheyStand) {
     EXPECT_EQ(map(u"/tmp/x.txt"), fs::path("/tmp/x.txt"));
     EXPECT_EQ(map(u"../rel/y"), fs::path("../rel/y"));
+    EXPECT_EQ(map(u"rel/a:b"), fs::path("rel/a:b"));  // a colon is no Windows name's, but a POSIX one's
     EXPECT_EQ(map(u"sub\\f.txt"), fs::path("sub/f.txt"));
     EXPECT_EQ(map(u"sub\\.."), fs::path("."));  // nothing left of a relative Windows path: here
     EXPECT_EQ(map(u"a\\b"), fs::path("a/b"));     // a backslash second is no share
