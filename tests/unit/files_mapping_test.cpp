@@ -154,6 +154,7 @@ TEST_F(Mapping, MatchingSkipsHiddenEntriesAndFolders) {
     EXPECT_EQ(files_->firstMatch(u"C:\\pl?n"), u"");
     EXPECT_EQ(files_->firstMatch(u"C:\\nowhere\\*"), u"");
     EXPECT_EQ(files_->firstMatch(u"c:no*"), u"Note.TXT");  // a drive with no separator: its root
+    EXPECT_EQ(files_->firstMatch(u"C:"), u"Note.TXT");     // the drive alone: any file at its root
     const fs::path here = fs::current_path();
     fs::current_path(c_);
     const String relative = files_->firstMatch(u"no*");  // no folder at all: the current one
