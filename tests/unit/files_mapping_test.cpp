@@ -113,6 +113,7 @@ TEST_F(Mapping, NamesNoWindowsFileCanHave) {
 TEST_F(Mapping, PosixPathsPassAsTheyStand) {
     EXPECT_EQ(map(u"/tmp/x.txt"), fs::path("/tmp/x.txt"));
     EXPECT_EQ(map(u"../rel/y"), fs::path("../rel/y"));
+    EXPECT_EQ(map(u"/tmp/x\\y"), fs::path("/tmp/x/y"));
     EXPECT_EQ(map(u"rel/a:b"), fs::path("rel/a:b"));  // a colon is no Windows name's, but a POSIX one's
     EXPECT_EQ(map(u"sub\\f.txt"), fs::path("sub/f.txt"));
     EXPECT_EQ(map(u"sub\\.."), fs::path("."));  // nothing left of a relative Windows path: here
@@ -250,6 +251,7 @@ TEST_F(Table, LinesEndAtCrLfOrBoth) {
 TEST_F(Table, OpeningErrors) {
     EXPECT_EQ(ErrorOf([&] { table().open(u"C:\\none.txt", FileMode::Input, 1); }), kFileNotFound);
     EXPECT_EQ(ErrorOf([&] { table().open(u"C:\\none\\x.txt", FileMode::Output, 1); }), kPathNotFound);
+    EXPECT_EQ(ErrorOf([&] { table().open(u"C:\\none\\x.txt", FileMode::Input, 1); }), kPathNotFound);
     EXPECT_EQ(ErrorOf([&] { table().open(u"C:\\Data", FileMode::Output, 1); }), kPathFileAccessError);
     EXPECT_EQ(ErrorOf([&] { table().open(u"Q:\\x", FileMode::Output, 1); }), kPathNotFound);
     EXPECT_EQ(table().freeNumber(), 1);  // nothing left half open
