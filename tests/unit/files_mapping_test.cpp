@@ -5,6 +5,7 @@
 #include <signal.h>
 #include <stdlib.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -84,26 +85,39 @@ TEST_F(Mapping, DotDotNeverClimbsAboveTheDrive) {
 TEST_F(Mapping, UnmappedDrivesAndSharesAreNotFound) {
     EXPECT_EQ(ErrorOf([&] { map(u"Q:\\x"); }), kPathNotFound);
     EXPECT_EQ(ErrorOf([&] { map(u"\\\\server\\share\\x"); }), kPathNotFound);
+    EXPECT_EQ(ErrorOf([&] { map(u"\\\\"); }), kPathNotFound);  // the two backslashes alone
     EXPECT_EQ(map(u"D:\\x"), base_ / "d" / "x");  // mapped, even before its folder exists
 }
 
 TEST_F(Mapping, NamesNoWindowsFileCanHave) {
     EXPECT_EQ(ErrorOf([&] { map(String(u"C:\\a") + u'\0' + u"b"); }), kBadFileNameOrNumber);
     EXPECT_EQ(ErrorOf([&] { map(String(u"/tmp/a") + u'\0'); }), kBadFileNameOrNumber);
-    for (const char16_t* bad : {u"C:\\a?b", u"C:\\a*", u"C:\\a:b", u"C:\\a\x01", u"C:\\a|b", u"C:\\a\"b"})
+    for (const char16_t* bad :
+         {u"C:\\a?b", u"C:\\a*", u"C:\\a:b", u"C:\\a\x01", u"C:\\a\x1F", u"C:\\a|b", u"C:\\a\"b", u"C:\\a<b", u"C:\\a>b"})
         EXPECT_EQ(ErrorOf([&] { map(bad); }), kBadFileNameOrNumber) << ToUtf8(bad);
+    EXPECT_EQ(map(u"C:\\a b"), c_ / "a b");  // the blank, first of the allowed characters
+    // Not a drive letter, though the low byte of U+0143 is "C".
+    EXPECT_EQ(ErrorOf([&] { map(u"\u0143:\\x"); }), kBadFileNameOrNumber);
     EXPECT_EQ(ErrorOf([&] { map(u"C:\\" + String(100000, u'a')); }), kBadFileNameOrNumber);
+    // 32767 characters in all are the most a path may have.
+    EXPECT_EQ(map(u"C:\\" + String(32764, u'a')), c_ / std::string(32764, 'a'));
+    EXPECT_EQ(ErrorOf([&] { map(u"C:\\" + String(32765, u'a')); }), kBadFileNameOrNumber);
     // Long but possible for Windows: mapped, and the file system says the rest.
     String deep = u"C:";
     for (int i = 0; i < 3000; ++i) deep += u"\\ab";
     EXPECT_EQ(ErrorOf([&] { files_->readFile(deep); }), kBadFileNameOrNumber);
     EXPECT_EQ(ErrorOf([&] { files_->readFile(u"C:\\" + String(300, u'n')); }), kBadFileNameOrNumber);
+    EXPECT_EQ(ErrorOf([&] { files_->replaceFile(u"C:\\" + String(300, u'n'), "x"); }), kBadFileNameOrNumber);
 }
 
 TEST_F(Mapping, PosixPathsPassAsTheyStand) {
     EXPECT_EQ(map(u"/tmp/x.txt"), fs::path("/tmp/x.txt"));
     EXPECT_EQ(map(u"../rel/y"), fs::path("../rel/y"));
+    EXPECT_EQ(map(u"/tmp/x\\y"), fs::path("/tmp/x/y"));
+    EXPECT_EQ(map(u"rel/a:b"), fs::path("rel/a:b"));  // a colon is no Windows name's, but a POSIX one's
     EXPECT_EQ(map(u"sub\\f.txt"), fs::path("sub/f.txt"));
+    EXPECT_EQ(map(u"sub\\.."), fs::path("."));  // nothing left of a relative Windows path: here
+    EXPECT_EQ(map(u"a\\b"), fs::path("a/b"));     // a backslash second is no share
 }
 
 TEST(DefaultDrive, MadeWithItsWindowsFolderOnlyWhenItIsOurs) {
@@ -140,6 +154,13 @@ TEST_F(Mapping, MatchingSkipsHiddenEntriesAndFolders) {
     EXPECT_EQ(files_->firstMatch(u"C:\\pl?in"), u"plain");
     EXPECT_EQ(files_->firstMatch(u"C:\\pl?n"), u"");
     EXPECT_EQ(files_->firstMatch(u"C:\\nowhere\\*"), u"");
+    EXPECT_EQ(files_->firstMatch(u"c:no*"), u"Note.TXT");  // a drive with no separator: its root
+    EXPECT_EQ(files_->firstMatch(u"C:"), u"Note.TXT");     // the drive alone: any file at its root
+    const fs::path here = fs::current_path();
+    fs::current_path(c_);
+    const String relative = files_->firstMatch(u"no*");  // no folder at all: the current one
+    fs::current_path(here);
+    EXPECT_EQ(relative, u"Note.TXT");
 }
 
 // A write that cannot complete (here: beyond the process's file-size limit,
@@ -230,6 +251,7 @@ TEST_F(Table, LinesEndAtCrLfOrBoth) {
 TEST_F(Table, OpeningErrors) {
     EXPECT_EQ(ErrorOf([&] { table().open(u"C:\\none.txt", FileMode::Input, 1); }), kFileNotFound);
     EXPECT_EQ(ErrorOf([&] { table().open(u"C:\\none\\x.txt", FileMode::Output, 1); }), kPathNotFound);
+    EXPECT_EQ(ErrorOf([&] { table().open(u"C:\\none\\x.txt", FileMode::Input, 1); }), kPathNotFound);
     EXPECT_EQ(ErrorOf([&] { table().open(u"C:\\Data", FileMode::Output, 1); }), kPathFileAccessError);
     EXPECT_EQ(ErrorOf([&] { table().open(u"Q:\\x", FileMode::Output, 1); }), kPathNotFound);
     EXPECT_EQ(table().freeNumber(), 1);  // nothing left half open
@@ -298,6 +320,142 @@ TEST_F(Table, ExplorerOpensTheMappedFolderWithoutAShell) {
     EXPECT_FALSE(other);
     EXPECT_FALSE(withoutOpener);
     EXPECT_EQ(Slurp(bin / "seen"), "1|" + (c_ / "Data" / "a b'; $x").string());
+}
+
+}  // namespace
+}  // namespace kiv
+
+namespace kiv {
+namespace {
+
+// A host started without standard input gets descriptor 0 for the next file
+// it opens: a file like any other.
+TEST_F(Table, OpensOnDescriptorZero) {
+    files_->replaceFile(u"C:\\bin", "z");
+    const int standardInput = dup(0);
+    close(0);
+    const int output = ErrorOf([&] {
+        table().open(u"C:\\zero.txt", FileMode::Output, 1);
+        table().close(1);
+    });
+    const int append = ErrorOf([&] {
+        table().open(u"C:\\bin", FileMode::Append, 3);
+        table().print(3, u"y", false);
+        table().close(3);
+    });
+    const int input = ErrorOf([&] { table().open(u"C:\\bin", FileMode::Input, 4); });
+    const int binary = ErrorOf([&] { table().open(u"C:\\bin", FileMode::Binary, 2); });
+    const String read = binary == 0 ? table().readByteAt(2, 2) : String();
+    const String line = input == 0 ? table().lineInput(4) : String();
+    const int closed = ErrorOf([&] { table().closeAll(); });
+    dup2(standardInput, 0);
+    close(standardInput);
+    EXPECT_EQ(output, 0);
+    EXPECT_EQ(append, 0);
+    EXPECT_EQ(binary, 0);
+    EXPECT_EQ(closed, 0);
+    EXPECT_EQ(input, 0);
+    EXPECT_EQ(read, u"y");
+    EXPECT_EQ(line, u"zy");
+}
+
+// A replaced file keeps its permissions, down to the others' right to run it.
+TEST_F(Mapping, ReplacingKeepsThePermissions) {
+    files_->replaceFile(u"C:\\run", "old");
+    fs::permissions(c_ / "run", fs::perms(0751));
+    files_->replaceFile(u"C:\\run", "new");
+    EXPECT_EQ(fs::status(c_ / "run").permissions(), fs::perms(0751));
+    EXPECT_EQ(Slurp(c_ / "run"), "new");
+}
+
+// An append that fails to an empty file leaves it empty, as any other.
+TEST_F(Mapping, AFailedAppendLeavesAnEmptyFileEmpty) {
+    files_->replaceFile(u"C:\\empty", "");
+    signal(SIGXFSZ, SIG_IGN);
+    rlimit saved{};
+    getrlimit(RLIMIT_FSIZE, &saved);
+    rlimit small = saved;
+    small.rlim_cur = 16;
+    setrlimit(RLIMIT_FSIZE, &small);
+    const int appended = ErrorOf([&] { files_->appendFile(u"C:\\empty", std::string(100, 'n')); });
+    setrlimit(RLIMIT_FSIZE, &saved);
+    signal(SIGXFSZ, SIG_DFL);
+    EXPECT_EQ(appended, kDiskFull);
+    EXPECT_EQ(Slurp(c_ / "empty"), "");
+}
+
+// New files get read and write for all, new folders everything, less what the
+// umask takes.
+TEST_F(Table, NewFilesAndFoldersTakeTheUmask) {
+    const mode_t saved = umask(022);
+    table().open(u"C:\\o", FileMode::Output, 1);
+    table().open(u"C:\\a", FileMode::Append, 2);
+    table().open(u"C:\\b", FileMode::Binary, 3);
+    table().closeAll();
+    files_->replaceFile(u"C:\\r", "x");
+    files_->appendFile(u"C:\\p", "x");
+    files_->makeFolder(u"C:\\d");
+    umask(saved);
+    EXPECT_EQ(fs::status(c_ / "d").permissions(), fs::perms(0755));
+    for (const char* name : {"o", "a", "b", "r", "p"})
+        EXPECT_EQ(fs::status(c_ / name).permissions(), fs::perms(0644)) << name;
+}
+
+// A pattern deletes every normal file that it matches; matching none is an error.
+TEST_F(Mapping, DeletingByPattern) {
+    std::ofstream(c_ / "a.tmp") << "";
+    std::ofstream(c_ / "B.TMP") << "";
+    std::ofstream(c_ / "keep.txt") << "";
+    files_->deleteFile(u"C:\\*.tmp");
+    EXPECT_FALSE(fs::exists(c_ / "a.tmp"));
+    EXPECT_FALSE(fs::exists(c_ / "B.TMP"));
+    EXPECT_TRUE(fs::exists(c_ / "keep.txt"));
+    EXPECT_EQ(ErrorOf([&] { files_->deleteFile(u"C:\\*.tmp"); }), kFileNotFound);
+}
+
+// Readers share a file; a writer shares it with nobody, whoever came first.
+TEST_F(Table, AReaderKeepsWritersOut) {
+    files_->replaceFile(u"C:\\in", "x");
+    table().open(u"C:\\in", FileMode::Input, 1);
+    EXPECT_EQ(ErrorOf([&] { table().open(u"C:\\in", FileMode::Output, 2); }), kFileAlreadyOpen);
+    EXPECT_EQ(ErrorOf([&] { table().open(u"C:\\in", FileMode::Append, 2); }), kFileAlreadyOpen);
+    EXPECT_EQ(ErrorOf([&] { table().open(u"C:\\in", FileMode::Binary, 2); }), 0);
+    table().closeAll();
+}
+
+// Number 511 is handed out when every number before it is taken.
+TEST_F(Table, TheLastFreeNumberIs511) {
+    files_->replaceFile(u"C:\\in", "x");
+    for (Long n = 1; n <= 510; ++n) table().open(u"C:\\in", FileMode::Input, n);
+    EXPECT_EQ(table().freeNumber(), 511);
+    table().closeAll();
+}
+
+// A file that may only be read opens to read: here one that the kernel lets
+// nobody write, whatever the user.
+TEST_F(Table, AReadOnlyFileOpensToRead) {
+    table().open(u"/proc/sys/kernel/ostype", FileMode::Binary, 1);
+    EXPECT_EQ(table().readByteAt(1, 1), u"L");
+    table().close(1);
+}
+
+// Closing them all closes every file even when one fails, and tells the first failure.
+TEST_F(Table, ClosingAllTellsAFailure) {
+    table().open(u"C:\\gone", FileMode::Output, 1);
+    table().open(u"C:\\fine", FileMode::Output, 2);
+    table().print(2, u"ok");
+    fs::remove(c_ / "gone");
+    fs::create_directory(c_ / "gone");  // where the file should be written
+    EXPECT_EQ(ErrorOf([&] { table().closeAll(); }), kPathFileAccessError);
+    EXPECT_EQ(Slurp(c_ / "fine"), "ok\r\n");
+    EXPECT_EQ(table().freeNumber(), 1);
+}
+
+// A running program cannot be written: opening it for binary access is
+// refused as a file in use is on Windows, not quietly opened to read only.
+TEST_F(Table, ARunningProgramIsAFileInUse) {
+    EXPECT_EQ(ErrorOf([&] { table().open(u"/proc/self/exe", FileMode::Binary, 1); }), kPathFileAccessError);
+    EXPECT_EQ(table().freeNumber(), 1);
 }
 
 }  // namespace
