@@ -277,5 +277,14 @@ TEST_F(IniProcesses, TwoWritersAtOnceLoseNothing) {
     }
 }
 
+TEST_F(IniFiles, AFileReadableByAllButWritableByNoneIsReadOnly) {
+    // r--r--r--: the read bits and the folder's write right do not make it writable.
+    const std::string before = "[S]\r\nK=old\r\n";
+    WriteBytes(drive / "ro.ini", before);
+    fs::permissions(drive / "ro.ini", fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
+    EXPECT_EQ(kiv.SAVEPrivateString(u"S", u"K", u"new", u"C:\\ro.ini"), 0);
+    EXPECT_EQ(ReadBytes(drive / "ro.ini"), before);
+}
+
 }  // namespace
 }  // namespace kiv
