@@ -3,6 +3,7 @@
 // may do to a file (real child processes, killed with SIGKILL).
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -284,6 +285,24 @@ TEST_F(IniFiles, AFileReadableByAllButWritableByNoneIsReadOnly) {
     fs::permissions(drive / "ro.ini", fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
     EXPECT_EQ(kiv.SAVEPrivateString(u"S", u"K", u"new", u"C:\\ro.ini"), 0);
     EXPECT_EQ(ReadBytes(drive / "ro.ini"), before);
+}
+
+// A host without standard input: descriptor 0 is the first the system hands
+// out, and a write must not keep it (nor the lock it holds).
+TEST_F(IniFiles, AHostWithoutStandardInputGetsDescriptorZeroBack) {
+    const int saved = ::dup(0);
+    ASSERT_GE(saved, 0);
+    ::close(0);
+    const Long written = kiv.SAVEPrivateString(u"S", u"K", u"v", file);
+    const bool zeroFree = ::fcntl(0, F_GETFD) == -1;
+    const String read = kiv.LOADPrivateString(u"S", u"K", u"", file);
+    const bool zeroFreeAfterRead = ::fcntl(0, F_GETFD) == -1;
+    ::dup2(saved, 0);
+    ::close(saved);
+    EXPECT_EQ(written, 1);
+    EXPECT_TRUE(zeroFree);
+    EXPECT_EQ(read, u"v");
+    EXPECT_TRUE(zeroFreeAfterRead);
 }
 
 }  // namespace
