@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
@@ -303,6 +304,26 @@ TEST_F(IniFiles, AHostWithoutStandardInputGetsDescriptorZeroBack) {
     EXPECT_TRUE(zeroFree);
     EXPECT_EQ(read, u"v");
     EXPECT_TRUE(zeroFreeAfterRead);
+}
+
+// errno is left at EINTR by any call of the host that a signal interrupted;
+// a read must go by what read() returned, not by a stale errno.
+TEST_F(IniFiles, AStaleInterruptionLeftByTheHostDoesNotDisturbARead) {
+    WriteBytes(drive / "x.ini", "[S]\r\nK=v\r\n");
+    const pid_t child = ::fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        ::alarm(20);  // a read that never ends is a failure, not a hung test
+        errno = EINTR;
+        const bool read = kiv.LOADPrivateString(u"S", u"K", u"", file) == u"v";
+        errno = EINTR;
+        const bool written = kiv.SAVEPrivateString(u"S", u"K", u"w", file) == 1;
+        ::_exit(read && written ? 0 : 1);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    EXPECT_EQ(ReadBytes(drive / "x.ini"), "[S]\r\nK=w\r\n");
 }
 
 }  // namespace
