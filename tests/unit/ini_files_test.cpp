@@ -5,6 +5,7 @@
 
 #include <fcntl.h>
 #include <signal.h>
+#include <sys/file.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -313,7 +314,7 @@ TEST_F(IniFiles, AStaleInterruptionLeftByTheHostDoesNotDisturbARead) {
     const pid_t child = ::fork();
     ASSERT_GE(child, 0);
     if (child == 0) {
-        ::alarm(20);  // a read that never ends is a failure, not a hung test
+        ::alarm(5);   // a read that never ends is a failure, not a hung test
         errno = EINTR;
         const bool read = kiv.LOADPrivateString(u"S", u"K", u"", file) == u"v";
         errno = EINTR;
@@ -324,6 +325,37 @@ TEST_F(IniFiles, AStaleInterruptionLeftByTheHostDoesNotDisturbARead) {
     ::waitpid(child, &status, 0);
     EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
     EXPECT_EQ(ReadBytes(drive / "x.ini"), "[S]\r\nK=w\r\n");
+}
+
+// A writer that waited for the lock while another replaced the file writes
+// into the file now at the name, so the other's setting stays.
+TEST_F(IniFiles, AWriterThatWaitedWritesIntoTheFileThatReplacedTheOneItOpened) {
+    const fs::path path = drive / "x.ini";
+    WriteBytes(path, "[S]\r\nA=1\r\n");
+    const fs::path real = fs::canonical(path);
+    const int holder = ::open(path.c_str(), O_RDWR | O_CLOEXEC);
+    ASSERT_GE(holder, 0);
+    ASSERT_EQ(::flock(holder, LOCK_EX), 0);
+    Long result = -1;
+    std::thread writer([&] { result = kiv.SAVEPrivateString(u"S", u"B", u"2", file); });
+    // Wait until the writer has opened the file too; it then waits for our lock.
+    const auto opened = [&] {
+        int count = 0;
+        std::error_code ec;
+        for (const auto& fd : fs::directory_iterator("/proc/self/fd", ec))
+            if (fs::read_symlink(fd.path(), ec) == real) ++count;
+        return count >= 2;
+    };
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (!opened() && std::chrono::steady_clock::now() < deadline)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    WriteBytes(drive / "other", "[S]\r\nA=1\r\nC=3\r\n");
+    fs::rename(drive / "other", path);
+    ::flock(holder, LOCK_UN);
+    ::close(holder);
+    writer.join();
+    EXPECT_EQ(result, 1);
+    EXPECT_EQ(ReadBytes(path), "[S]\r\nA=1\r\nC=3\r\nB=2\r\n");
 }
 
 }  // namespace
