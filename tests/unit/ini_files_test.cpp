@@ -295,16 +295,22 @@ TEST_F(IniFiles, AHostWithoutStandardInputGetsDescriptorZeroBack) {
     const int saved = ::dup(0);
     ASSERT_GE(saved, 0);
     ::close(0);
-    const Long written = kiv.SAVEPrivateString(u"S", u"K", u"v", file);
-    const bool zeroFree = ::fcntl(0, F_GETFD) == -1;
+    const auto zeroFree = [] { return ::fcntl(0, F_GETFD) == -1; };
+    const Long created = kiv.SAVEPrivateString(u"S", u"K", u"v", file);
+    const bool freeAfterCreate = zeroFree();
+    errno = ENOENT;  // left by any lookup of the host that found nothing
+    const Long changed = kiv.SAVEPrivateString(u"S", u"K", u"w", file);
+    const bool freeAfterChange = zeroFree();
     const String read = kiv.LOADPrivateString(u"S", u"K", u"", file);
-    const bool zeroFreeAfterRead = ::fcntl(0, F_GETFD) == -1;
+    const bool freeAfterRead = zeroFree();
     ::dup2(saved, 0);
     ::close(saved);
-    EXPECT_EQ(written, 1);
-    EXPECT_TRUE(zeroFree);
-    EXPECT_EQ(read, u"v");
-    EXPECT_TRUE(zeroFreeAfterRead);
+    EXPECT_EQ(created, 1);
+    EXPECT_TRUE(freeAfterCreate);
+    EXPECT_EQ(changed, 1);
+    EXPECT_TRUE(freeAfterChange);
+    EXPECT_EQ(read, u"w");
+    EXPECT_TRUE(freeAfterRead);
 }
 
 // errno is left at EINTR by any call of the host that a signal interrupted;
@@ -314,7 +320,7 @@ TEST_F(IniFiles, AStaleInterruptionLeftByTheHostDoesNotDisturbARead) {
     const pid_t child = ::fork();
     ASSERT_GE(child, 0);
     if (child == 0) {
-        ::alarm(5);   // a read that never ends is a failure, not a hung test
+        ::alarm(5);  // a read that never ends is a failure, not a hung test
         errno = EINTR;
         const bool read = kiv.LOADPrivateString(u"S", u"K", u"", file) == u"v";
         errno = EINTR;
@@ -356,6 +362,16 @@ TEST_F(IniFiles, AWriterThatWaitedWritesIntoTheFileThatReplacedTheOneItOpened) {
     writer.join();
     EXPECT_EQ(result, 1);
     EXPECT_EQ(ReadBytes(path), "[S]\r\nA=1\r\nC=3\r\nB=2\r\n");
+}
+
+// Read-only is a file with no write bit at all; one that others may write
+// is not (only the superuser can open it for writing here).
+TEST_F(IniFiles, AFileThatOnlyOthersMayWriteIsNotReadOnly) {
+    if (::geteuid() != 0) GTEST_SKIP() << "needs the superuser to open a file its owner may not write";
+    WriteBytes(drive / "x.ini", "[S]\r\n");
+    fs::permissions(drive / "x.ini", fs::perms::owner_read | fs::perms::group_read | fs::perms::others_write);
+    EXPECT_EQ(kiv.SAVEPrivateString(u"S", u"K", u"v", file), 1);
+    EXPECT_EQ(ReadBytes(drive / "x.ini"), "[S]\r\nK=v\r\n");
 }
 
 }  // namespace
