@@ -6,6 +6,7 @@
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/file.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -372,6 +373,46 @@ TEST_F(IniFiles, AFileThatOnlyOthersMayWriteIsNotReadOnly) {
     fs::permissions(drive / "x.ini", fs::perms::owner_read | fs::perms::group_read | fs::perms::others_write);
     EXPECT_EQ(kiv.SAVEPrivateString(u"S", u"K", u"v", file), 1);
     EXPECT_EQ(ReadBytes(drive / "x.ini"), "[S]\r\nK=v\r\n");
+}
+
+// The host's own descriptors stay its own: standard input is open before a
+// write and after it.
+TEST_F(IniFiles, AWriteLeavesTheHostsStandardInputOpen) {
+    const int saved = ::dup(0);
+    const int null = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+    ASSERT_GE(null, 0);
+    ::dup2(null, 0);
+    ::close(null);
+    const Long written = kiv.SAVEPrivateString(u"S", u"K", u"v", file);
+    const bool open = ::fcntl(0, F_GETFD) != -1;
+    if (saved >= 0) {
+        ::dup2(saved, 0);
+        ::close(saved);
+    } else {
+        ::close(0);
+    }
+    EXPECT_EQ(written, 1);
+    EXPECT_TRUE(open);
+}
+
+// A write that cannot complete (here the file-size limit stops it half-way)
+// answers 0 and leaves the file as it was, without a temporary beside it.
+TEST_F(IniFiles, AWriteStoppedHalfWayLeavesTheFileWhole) {
+    const std::string before = "[S]\r\nK=old\r\n";
+    WriteBytes(drive / "x.ini", before);
+    const pid_t child = ::fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        ::signal(SIGXFSZ, SIG_IGN);
+        const struct rlimit limit {8, 8};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        ::_exit(kiv.SAVEPrivateString(u"S", u"K", u"new", file) == 0 ? 0 : 1);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    EXPECT_EQ(ReadBytes(drive / "x.ini"), before);
+    EXPECT_FALSE(fs::exists(TemporaryBeside(drive / "x.ini")));
 }
 
 }  // namespace
