@@ -415,5 +415,18 @@ TEST_F(IniFiles, AWriteStoppedHalfWayLeavesTheFileWhole) {
     EXPECT_FALSE(fs::exists(TemporaryBeside(drive / "x.ini")));
 }
 
+// Without standard input the file made only to lock a refused write is
+// descriptor 0, and it goes again all the same.
+TEST_F(IniFiles, ARefusedWriteWithoutStandardInputLeavesNoFile) {
+    const int saved = ::dup(0);
+    ASSERT_GE(saved, 0);
+    ::close(0);
+    const Long written = kiv.SAVEPrivateString(u"S", u"K", u"a\nb", u"C:\\new.ini");
+    ::dup2(saved, 0);
+    ::close(saved);
+    EXPECT_EQ(written, 0);
+    EXPECT_FALSE(fs::exists(drive / "new.ini"));
+}
+
 }  // namespace
 }  // namespace kiv
