@@ -428,5 +428,24 @@ TEST_F(IniFiles, ARefusedWriteWithoutStandardInputLeavesNoFile) {
     EXPECT_FALSE(fs::exists(drive / "new.ini"));
 }
 
+// A write that cannot open its file touches no descriptor of the host.
+TEST_F(IniFiles, AWriteToAMissingFolderLeavesTheHostsStandardInputOpen) {
+    const int saved = ::dup(0);
+    const int null = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+    ASSERT_GE(null, 0);
+    ::dup2(null, 0);
+    ::close(null);
+    const Long written = kiv.SAVEPrivateString(u"S", u"K", u"v", u"C:\\nope\\x.ini");
+    const bool open = ::fcntl(0, F_GETFD) != -1;
+    if (saved >= 0) {
+        ::dup2(saved, 0);
+        ::close(saved);
+    } else {
+        ::close(0);
+    }
+    EXPECT_EQ(written, 0);
+    EXPECT_TRUE(open);
+}
+
 }  // namespace
 }  // namespace kiv
