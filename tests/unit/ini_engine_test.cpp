@@ -6,6 +6,7 @@
 #include <string>
 
 #include "frame/code_page.hpp"
+#include "frame/strings.hpp"
 #include "system/ini/ini_engine.hpp"
 
 namespace kiv::ini {
@@ -122,6 +123,14 @@ TEST(IniEngine, WhatIsWrittenReadsBack) {
         ASSERT_EQ(edit.outcome, Edit::Changed) << section;
         EXPECT_EQ(Lookup(edit.text, section, "k", kSame), "v ; w") << section;
     }
+}
+
+// Files in UTF-8: a name matches by Unicode case folding even when only one
+// side is ASCII (the Kelvin sign folds to "k").
+TEST(IniEngine, AnAsciiNameMatchesAFoldingNonAsciiOne) {
+    const NameMatch utf8([](std::string_view bytes) { return FromUtf8(bytes); });
+    EXPECT_EQ(Lookup("[S]\r\nk=v\r\n", "S", "\xE2\x84\xAA", utf8), "v");
+    EXPECT_EQ(Lookup("[S]\r\n\xE2\x84\xAA=v\r\n", "S", "k", utf8), "v");
 }
 
 }  // namespace

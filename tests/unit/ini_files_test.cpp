@@ -3,11 +3,15 @@
 // may do to a file (real child processes, killed with SIGKILL).
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
 #include <signal.h>
+#include <sys/file.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
@@ -275,6 +279,172 @@ TEST_F(IniProcesses, TwoWritersAtOnceLoseNothing) {
         EXPECT_EQ(kiv.LOADPrivateInt(u"S", Text("A" + std::to_string(i)), -1, file), i);
         EXPECT_EQ(kiv.LOADPrivateInt(u"S", Text("B" + std::to_string(i)), -1, file), i);
     }
+}
+
+TEST_F(IniFiles, AFileReadableByAllButWritableByNoneIsReadOnly) {
+    // r--r--r--: the read bits and the folder's write right do not make it writable.
+    const std::string before = "[S]\r\nK=old\r\n";
+    WriteBytes(drive / "ro.ini", before);
+    fs::permissions(drive / "ro.ini", fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
+    EXPECT_EQ(kiv.SAVEPrivateString(u"S", u"K", u"new", u"C:\\ro.ini"), 0);
+    EXPECT_EQ(ReadBytes(drive / "ro.ini"), before);
+}
+
+// A host without standard input: descriptor 0 is the first the system hands
+// out, and a write must not keep it (nor the lock it holds).
+TEST_F(IniFiles, AHostWithoutStandardInputGetsDescriptorZeroBack) {
+    const int saved = ::dup(0);
+    ASSERT_GE(saved, 0);
+    ::close(0);
+    const auto zeroFree = [] { return ::fcntl(0, F_GETFD) == -1; };
+    const Long created = kiv.SAVEPrivateString(u"S", u"K", u"v", file);
+    const bool freeAfterCreate = zeroFree();
+    errno = ENOENT;  // left by any lookup of the host that found nothing
+    const Long changed = kiv.SAVEPrivateString(u"S", u"K", u"w", file);
+    const bool freeAfterChange = zeroFree();
+    const String read = kiv.LOADPrivateString(u"S", u"K", u"", file);
+    const bool freeAfterRead = zeroFree();
+    ::dup2(saved, 0);
+    ::close(saved);
+    EXPECT_EQ(created, 1);
+    EXPECT_TRUE(freeAfterCreate);
+    EXPECT_EQ(changed, 1);
+    EXPECT_TRUE(freeAfterChange);
+    EXPECT_EQ(read, u"w");
+    EXPECT_TRUE(freeAfterRead);
+}
+
+// errno is left at EINTR by any call of the host that a signal interrupted;
+// a read must go by what read() returned, not by a stale errno.
+TEST_F(IniFiles, AStaleInterruptionLeftByTheHostDoesNotDisturbARead) {
+    WriteBytes(drive / "x.ini", "[S]\r\nK=v\r\n");
+    const pid_t child = ::fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        ::alarm(5);  // a read that never ends is a failure, not a hung test
+        errno = EINTR;
+        const bool read = kiv.LOADPrivateString(u"S", u"K", u"", file) == u"v";
+        errno = EINTR;
+        const bool written = kiv.SAVEPrivateString(u"S", u"K", u"w", file) == 1;
+        ::_exit(read && written ? 0 : 1);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    EXPECT_EQ(ReadBytes(drive / "x.ini"), "[S]\r\nK=w\r\n");
+}
+
+// A writer that waited for the lock while another replaced the file writes
+// into the file now at the name, so the other's setting stays.
+TEST_F(IniFiles, AWriterThatWaitedWritesIntoTheFileThatReplacedTheOneItOpened) {
+    const fs::path path = drive / "x.ini";
+    WriteBytes(path, "[S]\r\nA=1\r\n");
+    const fs::path real = fs::canonical(path);
+    const int holder = ::open(path.c_str(), O_RDWR | O_CLOEXEC);
+    ASSERT_GE(holder, 0);
+    ASSERT_EQ(::flock(holder, LOCK_EX), 0);
+    Long result = -1;
+    std::thread writer([&] { result = kiv.SAVEPrivateString(u"S", u"B", u"2", file); });
+    // Wait until the writer has opened the file too; it then waits for our lock.
+    const auto opened = [&] {
+        int count = 0;
+        std::error_code ec;
+        for (const auto& fd : fs::directory_iterator("/proc/self/fd", ec))
+            if (fs::read_symlink(fd.path(), ec) == real) ++count;
+        return count >= 2;
+    };
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (!opened() && std::chrono::steady_clock::now() < deadline)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    WriteBytes(drive / "other", "[S]\r\nA=1\r\nC=3\r\n");
+    fs::rename(drive / "other", path);
+    ::flock(holder, LOCK_UN);
+    ::close(holder);
+    writer.join();
+    EXPECT_EQ(result, 1);
+    EXPECT_EQ(ReadBytes(path), "[S]\r\nA=1\r\nC=3\r\nB=2\r\n");
+}
+
+// Read-only is a file with no write bit at all; one that others may write
+// is not (only the superuser can open it for writing here).
+TEST_F(IniFiles, AFileThatOnlyOthersMayWriteIsNotReadOnly) {
+    if (::geteuid() != 0) GTEST_SKIP() << "needs the superuser to open a file its owner may not write";
+    WriteBytes(drive / "x.ini", "[S]\r\n");
+    fs::permissions(drive / "x.ini", fs::perms::owner_read | fs::perms::group_read | fs::perms::others_write);
+    EXPECT_EQ(kiv.SAVEPrivateString(u"S", u"K", u"v", file), 1);
+    EXPECT_EQ(ReadBytes(drive / "x.ini"), "[S]\r\nK=v\r\n");
+}
+
+// The host's own descriptors stay its own: standard input is open before a
+// write and after it.
+TEST_F(IniFiles, AWriteLeavesTheHostsStandardInputOpen) {
+    const int saved = ::dup(0);
+    const int null = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+    ASSERT_GE(null, 0);
+    ::dup2(null, 0);
+    ::close(null);
+    const Long written = kiv.SAVEPrivateString(u"S", u"K", u"v", file);
+    const bool open = ::fcntl(0, F_GETFD) != -1;
+    if (saved >= 0) {
+        ::dup2(saved, 0);
+        ::close(saved);
+    } else {
+        ::close(0);
+    }
+    EXPECT_EQ(written, 1);
+    EXPECT_TRUE(open);
+}
+
+// A write that cannot complete (here the file-size limit stops it half-way)
+// answers 0 and leaves the file as it was, without a temporary beside it.
+TEST_F(IniFiles, AWriteStoppedHalfWayLeavesTheFileWhole) {
+    const std::string before = "[S]\r\nK=old\r\n";
+    WriteBytes(drive / "x.ini", before);
+    const pid_t child = ::fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        ::signal(SIGXFSZ, SIG_IGN);
+        const struct rlimit limit {8, 8};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        ::_exit(kiv.SAVEPrivateString(u"S", u"K", u"new", file) == 0 ? 0 : 1);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    EXPECT_EQ(ReadBytes(drive / "x.ini"), before);
+    EXPECT_FALSE(fs::exists(TemporaryBeside(drive / "x.ini")));
+}
+
+// Without standard input the file made only to lock a refused write is
+// descriptor 0, and it goes again all the same.
+TEST_F(IniFiles, ARefusedWriteWithoutStandardInputLeavesNoFile) {
+    const int saved = ::dup(0);
+    ASSERT_GE(saved, 0);
+    ::close(0);
+    const Long written = kiv.SAVEPrivateString(u"S", u"K", u"a\nb", u"C:\\new.ini");
+    ::dup2(saved, 0);
+    ::close(saved);
+    EXPECT_EQ(written, 0);
+    EXPECT_FALSE(fs::exists(drive / "new.ini"));
+}
+
+// A write that cannot open its file touches no descriptor of the host.
+TEST_F(IniFiles, AWriteToAMissingFolderLeavesTheHostsStandardInputOpen) {
+    const int saved = ::dup(0);
+    const int null = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+    ASSERT_GE(null, 0);
+    ::dup2(null, 0);
+    ::close(null);
+    const Long written = kiv.SAVEPrivateString(u"S", u"K", u"v", u"C:\\nope\\x.ini");
+    const bool open = ::fcntl(0, F_GETFD) != -1;
+    if (saved >= 0) {
+        ::dup2(saved, 0);
+        ::close(saved);
+    } else {
+        ::close(0);
+    }
+    EXPECT_EQ(written, 0);
+    EXPECT_TRUE(open);
 }
 
 }  // namespace
