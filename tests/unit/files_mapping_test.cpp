@@ -164,9 +164,10 @@ TEST_F(Mapping, MatchingSkipsHiddenEntriesAndFolders) {
 }
 
 // A write that cannot complete (here: beyond the process's file-size limit,
-// as a full disk would stop it) leaves the file as it was.
+// as a full disk would stop it) leaves the file as it was, an empty one too.
 TEST_F(Mapping, FailedWritesLeaveTheOldContent) {
     files_->replaceFile(u"C:\\keep.txt", "old content");
+    files_->replaceFile(u"C:\\empty", "");
     signal(SIGXFSZ, SIG_IGN);
     rlimit saved{};
     getrlimit(RLIMIT_FSIZE, &saved);
@@ -175,14 +176,17 @@ TEST_F(Mapping, FailedWritesLeaveTheOldContent) {
     setrlimit(RLIMIT_FSIZE, &small);
     const int replaced = ErrorOf([&] { files_->replaceFile(u"C:\\keep.txt", std::string(100, 'n')); });
     const int appended = ErrorOf([&] { files_->appendFile(u"C:\\keep.txt", std::string(100, 'n')); });
+    const int toEmpty = ErrorOf([&] { files_->appendFile(u"C:\\empty", std::string(100, 'n')); });
     setrlimit(RLIMIT_FSIZE, &saved);
     signal(SIGXFSZ, SIG_DFL);
     EXPECT_EQ(replaced, kDiskFull);
     EXPECT_EQ(appended, kDiskFull);
+    EXPECT_EQ(toEmpty, kDiskFull);
     EXPECT_EQ(Slurp(c_ / "keep.txt"), "old content");
+    EXPECT_EQ(Slurp(c_ / "empty"), "");
     int entries = 0;
     for (auto& e : fs::directory_iterator(c_)) entries += e.path().filename() != "Data";
-    EXPECT_EQ(entries, 1);  // no temporary file left behind
+    EXPECT_EQ(entries, 2);  // no temporary file left behind
     // A folder where the file should be is refused and left alone.
     EXPECT_EQ(ErrorOf([&] { files_->replaceFile(u"C:\\Data", "x"); }), kPathFileAccessError);
     EXPECT_TRUE(fs::is_directory(c_ / "Data"));
@@ -366,22 +370,6 @@ TEST_F(Mapping, ReplacingKeepsThePermissions) {
     files_->replaceFile(u"C:\\run", "new");
     EXPECT_EQ(fs::status(c_ / "run").permissions(), fs::perms(0751));
     EXPECT_EQ(Slurp(c_ / "run"), "new");
-}
-
-// An append that fails to an empty file leaves it empty, as any other.
-TEST_F(Mapping, AFailedAppendLeavesAnEmptyFileEmpty) {
-    files_->replaceFile(u"C:\\empty", "");
-    signal(SIGXFSZ, SIG_IGN);
-    rlimit saved{};
-    getrlimit(RLIMIT_FSIZE, &saved);
-    rlimit small = saved;
-    small.rlim_cur = 16;
-    setrlimit(RLIMIT_FSIZE, &small);
-    const int appended = ErrorOf([&] { files_->appendFile(u"C:\\empty", std::string(100, 'n')); });
-    setrlimit(RLIMIT_FSIZE, &saved);
-    signal(SIGXFSZ, SIG_DFL);
-    EXPECT_EQ(appended, kDiskFull);
-    EXPECT_EQ(Slurp(c_ / "empty"), "");
 }
 
 // New files get read and write for all, new folders everything, less what the
