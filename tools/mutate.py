@@ -149,9 +149,11 @@ def case_kills(build):
     kills, bisected = set(), 0
     try:
         os.makedirs(f"{work}/c/Windows")
+        # In a session of its own: a mutant can leave a test's forked child
+        # looping, and the whole group goes with the units when they are stopped.
         units = subprocess.Popen([str(Path(build, "kiv_tests").resolve()), f"--gtest_filter=-{SLOW_UNITS}"],
                                  cwd=work, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True,
-                                 errors="replace")
+                                 errors="replace", start_new_session=True)
         files = sorted(ROOT.glob("tests/conformance/*.kiv")) + [ROOT / "tests/system/empty_facts.kiv",
                                                                 ROOT / "examples/tour.kiv"]
         for f in files:
@@ -176,8 +178,12 @@ def case_kills(build):
         try:
             out, _ = units.communicate(timeout=30)
         except subprocess.TimeoutExpired:
-            units.kill()
+            os.killpg(units.pid, signal.SIGKILL)
             out, _ = units.communicate()
+        try:  # children the units left behind, even when they ended in time
+            os.killpg(units.pid, signal.SIGKILL)
+        except ProcessLookupError:
+            pass
         failed = set(re.findall(r"^\[  FAILED  \] ([\w/]+\.[\w/]+)", out, re.M))
         if units.returncode not in (0, 1) or (units.returncode == 1 and not failed):
             started = re.findall(r"^\[ RUN      \] ([\w/]+\.[\w/]+)", out, re.M)
