@@ -178,12 +178,13 @@ def case_kills(build):
         try:
             out, _ = units.communicate(timeout=30)
         except subprocess.TimeoutExpired:
-            os.killpg(units.pid, signal.SIGKILL)
-            out, _ = units.communicate()
-        try:  # children the units left behind, even when they ended in time
+            out = None
+        try:  # the units if they hang, and children they left behind even when they ended in time
             os.killpg(units.pid, signal.SIGKILL)
         except ProcessLookupError:
             pass
+        if out is None:
+            out, _ = units.communicate()
         failed = set(re.findall(r"^\[  FAILED  \] ([\w/]+\.[\w/]+)", out, re.M))
         if units.returncode not in (0, 1) or (units.returncode == 1 and not failed):
             started = re.findall(r"^\[ RUN      \] ([\w/]+\.[\w/]+)", out, re.M)
