@@ -17,6 +17,12 @@ those printing cases of the conformance files. It keeps what a mutant cannot
 reach: each operation's last case in its file, a case that calls nothing (it
 reads what a call left in a variable) and a case with text beyond ASCII (it
 checks a table: case folding, the code page).
+
+Survivors read and judged equivalent (no input can tell them from the code)
+or untestable here (they need a full disk, a failing kernel call) are listed
+in tools/mutants_judged.txt, one per line as FILE: CHANGE: MUTATED LINE, a
+tab, the verdict, a tab and why. They are not run again; a change to their
+line makes them new mutants, to be judged anew.
 """
 import argparse
 import json
@@ -93,6 +99,14 @@ def mutants(path):
                     new = line[: a + m.start()] + str(v + d) + line[a + m.end():]
                     found.append((no, new, f"{v} -> {v + d}"))
     return lines, found
+
+
+def judged():
+    """The judged mutants, keyed as FILE: CHANGE: MUTATED LINE."""
+    path = ROOT / "tools/mutants_judged.txt"
+    if not path.exists():
+        return set()
+    return {line.split("\t")[0] for line in path.read_text().splitlines() if line and not line.startswith("#")}
 
 
 def run(cmd, timeout):
@@ -300,11 +314,12 @@ def main():
     if args.redundant:
         return redundant(args.files, args.tests)
 
-    todo = []
+    todo, skip = [], judged()
     for f in args.files:
         path = (ROOT / f).resolve()
         lines, found = mutants(path)
-        todo += [(path, lines, m) for m in found]
+        todo += [(path, lines, m) for m in found
+                 if f"{path.relative_to(ROOT)}: {m[2]}: {m[1].strip()}" not in skip]
     if args.max and len(todo) > args.max:
         keep = sorted(random.Random(args.seed).sample(range(len(todo)), args.max))
         todo = [todo[i] for i in keep]
