@@ -557,5 +557,26 @@ TEST(RegistryStoreRights, ReadOnlyReaderSeesEachCommittedChange) {
     for (int fd : {up[0], up[1], down[0], down[1]}) close(fd);
 }
 
+// A damaged file that carries the hive's mark but holds a single table is
+// checked like any other: reported, and not a byte of it changed.
+TEST(RegistryStoreDamage, DamagedFileWithOneTableIsLeftAlone) {
+    TempFolder dir;
+    const fs::path file = dir.path / "HKEY_LOCAL_MACHINE.db";
+    sqlite3* db = nullptr;
+    ASSERT_EQ(sqlite3_open(file.c_str(), &db), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(db, "PRAGMA application_id=1263097426; CREATE TABLE t(x);"
+                               "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 2000)"
+                               "INSERT INTO t SELECT printf('%0300d', i) FROM n;", nullptr, nullptr, nullptr), SQLITE_OK);
+    sqlite3_close(db);
+    std::string damaged = ReadFile(file);
+    ASSERT_GT(damaged.size(), 4u * 4096);
+    for (std::size_t k = 2 * 4096; k < 4 * 4096; ++k) damaged[k] = static_cast<char>(k * 7);
+    WriteFile(file, damaged);
+    SqliteRegistry store(dir.path, "u");
+    Long h = 0;
+    EXPECT_EQ(store.openKey(kLocalMachine, "SOFTWARE", kAccess, h), kBadDatabase);
+    EXPECT_TRUE(ReadFile(file) == damaged) << "the damaged file was written to";
+}
+
 }  // namespace
 }  // namespace kiv
