@@ -11,6 +11,7 @@
 #include "frame/cl_kiv.hpp"
 #include "frame/platform.hpp"
 #include "frame/convert.hpp"
+#include "frame/errors.hpp"
 #include "frame/strings.hpp"
 #include "system/posix/posix_platform.hpp"
 
@@ -128,6 +129,23 @@ TEST_F(RegistryOperations, UserHiveWithoutAUserEntry) {
     waitpid(child, &status, 0);
     ASSERT_TRUE(WIFEXITED(status));
     EXPECT_EQ(WEXITSTATUS(status), 0);
+}
+
+// A REG_DWORD another program wrote with more than 4 bytes: the reader's
+// hexadecimal literal then has 9 digits, too many for a Long.
+TEST_F(RegistryOperations, LongDwordOverflowsTheReader) {
+    use();
+    Long h = 0;
+    ASSERT_TRUE(k.RegCreateKey(static_cast<Long>(0x80000001u), u"Software", u"Lungo", h));
+    ASSERT_EQ(CurrentPlatform().registry().setValue(h, "D", reg::kRegDword, std::string("\x10\x10\x10\x10\x01", 5)),
+              reg::kSuccess);
+    k.RegCloseKey(h);
+    try {
+        k.GetRegistryValue(static_cast<Long>(0x80000001u), u"Software\\Lungo", u"D");
+        ADD_FAILURE() << "no overflow";
+    } catch (const RuntimeError& e) {
+        EXPECT_EQ(e.number(), 6);
+    }
 }
 
 }  // namespace

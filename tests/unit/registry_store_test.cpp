@@ -498,5 +498,85 @@ TEST_F(RegistryStoreTest, DeletingAValueNeedsTheRightToSet) {
     EXPECT_EQ(read(w, "v"), "1");
 }
 
+// A reader does not wait for another program's open write, and sees the value
+// as it was before it.
+TEST_F(RegistryStoreTest, ReaderIsNotHeldByAnOpenWrite) {
+    const Long h = create(kLocalMachine, "SOFTWARE\\Attesa");
+    ASSERT_EQ(store.setValue(h, "v", kRegSz, "prima"), kSuccess);
+    sqlite3* other = nullptr;
+    ASSERT_EQ(sqlite3_open((dir.path / "HKEY_LOCAL_MACHINE.db").c_str(), &other), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE; UPDATE vals SET data='dopo';", nullptr, nullptr, nullptr), SQLITE_OK);
+    EXPECT_EQ(read(h, "v"), "prima");
+    sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr);
+    sqlite3_close(other);
+}
+
+// A reader without the right to write the hive, while a writer has it open,
+// reads through the writer's log: it sees each value the writer commits.
+TEST(RegistryStoreRights, ReadOnlyReaderSeesEachCommittedChange) {
+    TempFolder dir;
+    SqliteRegistry writer(dir.path, "u");
+    Long w = 0;
+    ASSERT_EQ(writer.createKey(kLocalMachine, "SOFTWARE\\Vivo", w), kSuccess);
+    ASSERT_EQ(writer.setValue(w, "v", kRegSz, "1"), kSuccess);
+    fs::permissions(dir.path, fs::perms::owner_all | fs::perms::group_read | fs::perms::group_exec |
+                                  fs::perms::others_read | fs::perms::others_exec);
+    for (const char* f : {"HKEY_LOCAL_MACHINE.db", "HKEY_LOCAL_MACHINE.db-wal", "HKEY_LOCAL_MACHINE.db-shm"})
+        fs::permissions(dir.path / f, fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read |
+                                          fs::perms::others_read);
+    int up[2], down[2];
+    ASSERT_EQ(pipe(up), 0);
+    ASSERT_EQ(pipe(down), 0);
+    const pid_t child = fork();
+    if (child == 0) {
+        if (geteuid() == 0 && setuid(65534) != 0) _exit(90);
+        SqliteRegistry store(dir.path, "u");
+        const auto value = [&]() {
+            Long h = 0, type = 0;
+            std::string data;
+            std::size_t size = 0;
+            if (store.openKey(kLocalMachine, "SOFTWARE\\Vivo", kQueryValue, h) != kSuccess) return std::string("<no key>");
+            if (store.queryValue(h, "v", 100, type, data, size) != kSuccess) data = "<none>";
+            store.closeKey(h);
+            return data;
+        };
+        int failures = value() != "1";
+        char c = 0;
+        if (write(up[1], &c, 1) != 1 || read(down[0], &c, 1) != 1) _exit(91);
+        failures += value() != "2";
+        _exit(failures);
+    }
+    char c = 0;
+    ASSERT_EQ(read(up[0], &c, 1), 1);
+    EXPECT_EQ(writer.setValue(w, "v", kRegSz, "2"), kSuccess);
+    ASSERT_EQ(write(down[1], &c, 1), 1);
+    int status = 0;
+    waitpid(child, &status, 0);
+    ASSERT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 0);
+    for (int fd : {up[0], up[1], down[0], down[1]}) close(fd);
+}
+
+// A damaged file that carries the hive's mark but holds a single table is
+// checked like any other: reported, and not a byte of it changed.
+TEST(RegistryStoreDamage, DamagedFileWithOneTableIsLeftAlone) {
+    TempFolder dir;
+    const fs::path file = dir.path / "HKEY_LOCAL_MACHINE.db";
+    sqlite3* db = nullptr;
+    ASSERT_EQ(sqlite3_open(file.c_str(), &db), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(db, "PRAGMA application_id=1263097426; CREATE TABLE t(x);"
+                               "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 2000)"
+                               "INSERT INTO t SELECT printf('%0300d', i) FROM n;", nullptr, nullptr, nullptr), SQLITE_OK);
+    sqlite3_close(db);
+    std::string damaged = ReadFile(file);
+    ASSERT_GT(damaged.size(), 4u * 4096);
+    for (std::size_t k = 2 * 4096; k < 4 * 4096; ++k) damaged[k] = static_cast<char>(k * 7);
+    WriteFile(file, damaged);
+    SqliteRegistry store(dir.path, "u");
+    Long h = 0;
+    EXPECT_EQ(store.openKey(kLocalMachine, "SOFTWARE", kAccess, h), kBadDatabase);
+    EXPECT_TRUE(ReadFile(file) == damaged) << "the damaged file was written to";
+}
+
 }  // namespace
 }  // namespace kiv
