@@ -19,8 +19,8 @@ namespace {
 constexpr std::int64_t kUnixEpochSerial = 25569;      // 1 January 1970
 constexpr std::int64_t kDaysFromMarch0ToUnix = 719468;  // 0000-03-01 to 1970-01-01
 
-// Serial of a day (month 1-12, day 1-31). Every year the callers pass
-// (within +-100000) stays far inside 64 bits.
+// Serial of a day (month 1-12, day 1-31). Any year an int and a carry of
+// months can make stays far inside 64 bits.
 std::int64_t DayNumber(std::int64_t y, int m, int d) {
     y -= m <= 2;                                                      // years start in March
     const std::int64_t era = (y >= 0 ? y : y - 399) / 400;            // floor division
@@ -203,7 +203,6 @@ Date DateFromParts(int year, int month, int day) {
     const std::int64_t carry = m0 >= 0 ? m0 / 12 : -((11 - m0) / 12);  // floor(m0 / 12)
     const std::int64_t y = WindowYear(year) + carry;
     const int m = static_cast<int>(m0 - carry * 12) + 1;  // [1, 12]
-    if (y < -100000 || y > 100000) Raise(kInvalidCall);
     const double serial = static_cast<double>(DayNumber(y, m, 1) + day - 1);
     if (!InDateRange(serial)) Raise(kInvalidCall);
     return Date{serial};
