@@ -431,5 +431,16 @@ TEST_F(IniFiles, ARefusedWriteWithoutStandardInputLeavesNoFile) {
     EXPECT_FALSE(fs::exists(drive / "new.ini"));
 }
 
+// Two characters ending in ":" name a drive's folder, not a file of the
+// Windows folder; without a drive letter that is a file of the current folder.
+TEST_F(IniFiles, ATwoCharacterNameWithAColonIsNotAFileOfTheWindowsFolder) {
+    const fs::path before = fs::current_path();
+    fs::current_path(drive);
+    const Long written = kiv.SAVEPrivateString(u"S", u"K", u"v", u"1:");
+    fs::current_path(before);
+    EXPECT_EQ(written, 1);
+    EXPECT_EQ(ReadBytes(drive / "1:"), "[S]\r\nK=v\r\n");
+}
+
 }  // namespace
 }  // namespace kiv
