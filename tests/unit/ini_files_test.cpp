@@ -7,6 +7,7 @@
 #include <signal.h>
 #include <sys/file.h>
 #include <sys/resource.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -429,6 +430,64 @@ TEST_F(IniFiles, ARefusedWriteWithoutStandardInputLeavesNoFile) {
     ::close(saved);
     EXPECT_EQ(written, 0);
     EXPECT_FALSE(fs::exists(drive / "new.ini"));
+}
+
+// Two characters ending in ":" name a drive's folder, not a file of the
+// Windows folder; without a drive letter that is a file of the current folder.
+TEST_F(IniFiles, ATwoCharacterNameWithAColonIsNotAFileOfTheWindowsFolder) {
+    const fs::path before = fs::current_path();
+    fs::current_path(drive);
+    const Long written = kiv.SAVEPrivateString(u"S", u"K", u"v", u"1:");
+    fs::current_path(before);
+    EXPECT_EQ(written, 1);
+    EXPECT_EQ(ReadBytes(drive / "1:"), "[S]\r\nK=v\r\n");
+}
+
+// A new file gets the mode of every new file: read and write for all, less
+// the umask.
+TEST_F(IniFiles, ANewFileGetsTheModeOfEveryNewFile) {
+    const mode_t mask = ::umask(022);
+    ::umask(mask);
+    ASSERT_EQ(kiv.SAVEPrivateString(u"S", u"K", u"v", file), 1);
+    EXPECT_EQ(static_cast<mode_t>(fs::status(drive / "x.ini").permissions()), 0666 & ~mask);
+}
+
+// A signal that interrupts the wait for another writer's lock is no failure:
+// the writer waits on and writes.
+TEST_F(IniFiles, ASignalWhileWaitingForTheLockIsNoFailure) {
+    const fs::path path = drive / "x.ini";
+    WriteBytes(path, "[S]\r\n");
+    const int holder = ::open(path.c_str(), O_RDWR | O_CLOEXEC);
+    ASSERT_GE(holder, 0);
+    ASSERT_EQ(::flock(holder, LOCK_EX), 0);
+    const pid_t child = ::fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        ::close(holder);
+        struct sigaction action {};
+        action.sa_handler = [](int) {};  // no SA_RESTART: the wait ends with EINTR
+        ::sigaction(SIGUSR1, &action, nullptr);
+        ::alarm(10);
+        ::_exit(kiv.SAVEPrivateString(u"S", u"K", u"v", file) == 1 ? 0 : 1);
+    }
+    // Signal the child once it waits in flock.
+    const std::string inFlock = std::to_string(SYS_flock) + " ";
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+    while (std::chrono::steady_clock::now() < deadline) {
+        std::ifstream call("/proc/" + std::to_string(child) + "/syscall");
+        std::string line;
+        std::getline(call, line);
+        if (line.rfind(inFlock, 0) == 0) break;
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    ::kill(child, SIGUSR1);
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    ::flock(holder, LOCK_UN);
+    ::close(holder);
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    EXPECT_EQ(ReadBytes(path), "[S]\r\nK=v\r\n");
 }
 
 }  // namespace
