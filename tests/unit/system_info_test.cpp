@@ -2,17 +2,21 @@
 // desktop's opener by a real process, the clock, the local addresses, and the
 // system operations that sit on them (SaveIP, Ext2Pgm).
 #include <arpa/inet.h>
+#include <net/if.h>
+#include <sched.h>
 #include <errno.h>
 #include <gtest/gtest.h>
 #include <netinet/in.h>
 #include <pwd.h>
 #include <signal.h>
 #include <sys/utsname.h>
+#include <sys/ioctl.h>
 #include <sys/personality.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cstring>
 #include <ctime>
 #include <filesystem>
 #include <fstream>
@@ -312,6 +316,43 @@ TEST_F(SystemInfo, ProviderTypeFromTheConnectionReport) {
         platform->machine().report = ConnectionState{c.connected, c.flags};
         EXPECT_EQ(k.GetProviderType(), String(c.type)) << c.connected << " " << c.flags;
     }
+}
+
+}  // namespace
+}  // namespace kiv
+
+namespace kiv {
+namespace {
+
+// Gives the loopback, brought up, TEXT as its one address: the kernel's own
+// 127.0.0.1 is replaced.
+bool LoopbackAt(const char* text) {
+    const int s = socket(AF_INET, SOCK_DGRAM, 0);
+    if (s < 0) return false;
+    ifreq r{};
+    std::strcpy(r.ifr_name, "lo");
+    bool done = ioctl(s, SIOCGIFFLAGS, &r) == 0;
+    r.ifr_flags = static_cast<short>(r.ifr_flags | IFF_UP);
+    done = done && ioctl(s, SIOCSIFFLAGS, &r) == 0;
+    auto* in = reinterpret_cast<sockaddr_in*>(&r.ifr_addr);
+    in->sin_family = AF_INET;
+    done = done && inet_pton(AF_INET, text, &in->sin_addr) == 1 && ioctl(s, SIOCSIFADDR, &r) == 0;
+    close(s);
+    return done;
+}
+
+// In a network of its own with the loopback as the one interface: a
+// link-local address (169.254/16) is left out, and 169 followed by another
+// second number is a machine's address like any other.
+TEST_F(SystemInfo, LinkLocalAddressIsLeftOut) {
+    use({});
+    if (AnsweredInChild([] { return unshare(CLONE_NEWNET) == 0; }) != std::optional<bool>(true))
+        GTEST_SKIP() << "no network namespace for this user";
+    EXPECT_EQ(AnsweredInChild([&] {
+                  return unshare(CLONE_NEWNET) == 0 && LoopbackAt("169.254.1.1") && k.SaveIP2Str() == u"" &&
+                         LoopbackAt("169.1.254.1") && k.SaveIP2Str() == u"169.1.254.1";
+              }),
+              std::optional<bool>(true));
 }
 
 }  // namespace
