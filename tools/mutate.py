@@ -29,6 +29,7 @@ import json
 import os
 import random
 import re
+import resource
 import shutil
 import signal
 import subprocess
@@ -156,6 +157,12 @@ def crashing_case(command, f, work):
     return starts[lo - 1] + 1
 
 
+def bounded():
+    """A mutant that loops appending to a text must not take the machine's
+    memory (two workers run side by side): 6 GiB of address space each."""
+    resource.setrlimit(resource.RLIMIT_AS, (6 << 30, 6 << 30))
+
+
 def case_kills(build):
     """Every failing case of the fast tests: conformance lines and unit tests."""
     kiv = str(Path(build, "kiv").resolve())
@@ -167,7 +174,7 @@ def case_kills(build):
         # looping, and the whole group goes with the units when they are stopped.
         units = subprocess.Popen([str(Path(build, "kiv_tests").resolve()), f"--gtest_filter=-{SLOW_UNITS}"],
                                  cwd=work, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True,
-                                 errors="replace", start_new_session=True)
+                                 errors="replace", start_new_session=True, preexec_fn=bounded)
         files = sorted(ROOT.glob("tests/conformance/*.kiv")) + [ROOT / "tests/system/empty_facts.kiv",
                                                                 ROOT / "examples/tour.kiv"]
         for f in files:
@@ -176,7 +183,7 @@ def case_kills(build):
                        *PINS, *extra, "check"]
             try:
                 r = subprocess.run(command + [str(f)], cwd=work, capture_output=True, text=True, errors="replace",
-                                   timeout=10)
+                                   timeout=10, preexec_fn=bounded)
                 found = {f"{m.group(1)}:{m.group(2)}" for m in map(CASE_LINE.match, r.stdout.splitlines()) if m}
                 crashed = r.returncode < 0
             except subprocess.TimeoutExpired:
