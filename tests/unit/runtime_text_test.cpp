@@ -57,5 +57,11 @@ TEST(CodePage1252, EveryByteRoundTrips) {
     }
 }
 
+// A byte that cannot start a character, from 0x80 on, is U+FFFD (a file or
+// a folder's name that is not UTF-8).
+TEST(Utf8, StrayByteIsReplacementCharacter) {
+    EXPECT_EQ(FromUtf8("\x7F\x80"), u"\x7F\uFFFD");
+}
+
 }  // namespace
 }  // namespace kiv
