@@ -124,6 +124,7 @@ TEST(InterfaceTable, SignaturesShowPassingOptionalAndDefaults) {
     EXPECT_EQ(ean.params[1].typeName, "En_EANType");
     EXPECT_TRUE(ean.params[1].optional);
     EXPECT_EQ(ean.params[1].defaultValue, Variant(Long{0}));  // a typed optional without default gets its zero
+    EXPECT_EQ(Signature(ean), "BCheck_EAN(ByRef BCode As String, Optional ByRef BType As En_EANType) As Integer");
     const Member& mad = *FindMember("MettiADes");
     EXPECT_EQ(mad.params[0].typeName, "Variant");
     EXPECT_EQ(FindMember("ParseWord")->params[1].typeName, "Variant()");
