@@ -294,6 +294,13 @@ TEST_F(Dispatch, ObjectSlotsAreProperties) {
     EXPECT_EQ(k.DlK_TimMask, nullptr);
     EXPECT_EQ(ErrorOf([&] { call().value(u"text").run("DlK_TimMask", InvokeKind::PropertyPutRef); }),
               kObjectRequired);
+    // A put as automation clients make it: the value comes as the named argument of the put.
+    auto timer = std::make_shared<Cl_KIV>();
+    Variant slot(Object{timer});
+    Call put = call();
+    put.args.namedById = {{-3, &slot}};
+    put.run("DlK_TimMask", InvokeKind::PropertyPutRef);
+    EXPECT_EQ(k.DlK_TimMask, timer);
 }
 
 
