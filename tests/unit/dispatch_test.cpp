@@ -87,6 +87,9 @@ TEST(InterfaceTable, ADescriptionRefusesTwoMembersWithOneId) {
     EXPECT_THROW(ClassInfo("T", "", nullptr, twice(7)), std::logic_error);
     EXPECT_THROW(ClassInfo("T", "", nullptr, {Method<&Col_KIV::Count>("Count", ""), Method<&Col_KIV::Count>("COUNT", "")}),
                  std::logic_error);
+    Member widest = Method<&Col_KIV::Count>("Widest", "");
+    widest.params.resize(kMaxParams);  // the most the call path binds is allowed
+    EXPECT_NO_THROW(ClassInfo("T", "", nullptr, {widest}));
 }
 
 TEST(InterfaceTable, EveryEnumerationTypeOfTheInterfaceIsDescribed) {
