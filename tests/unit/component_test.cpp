@@ -61,6 +61,26 @@ TEST(Component, EnvironmentPinsFactsAndAnEmptyVariablePinsEmpty) {
     EXPECT_FALSE(s.pins.contains("username"));
 }
 
+// KIV_DRIVE_A to KIV_DRIVE_Z map drives, C: has a default folder when unset;
+// KIV_TEXT_UTF8=1 makes text files UTF-8.
+TEST(Component, EnvironmentMapsDrivesUpToZ) {
+    const char* old = getenv("KIV_DRIVE_C");
+    const std::string saved = old ? old : "";
+    setenv("KIV_DRIVE_C", "/tmp/given-c", 1);
+    setenv("KIV_DRIVE_Z", "/tmp/given-z", 1);
+    setenv("KIV_TEXT_UTF8", "1", 1);
+    const PlatformSettings given = PlatformSettings::fromEnvironment();
+    unsetenv("KIV_DRIVE_C");
+    unsetenv("KIV_DRIVE_Z");
+    unsetenv("KIV_TEXT_UTF8");
+    const PlatformSettings unset = PlatformSettings::fromEnvironment();
+    if (old) setenv("KIV_DRIVE_C", saved.c_str(), 1);
+    EXPECT_EQ(given.drives.at('C'), "/tmp/given-c");
+    EXPECT_EQ(given.drives.at('Z'), "/tmp/given-z");
+    EXPECT_EQ(unset.drives.at('C'), PlatformSettings::defaultDriveC());
+    EXPECT_TRUE(given.utf8Files);
+}
+
 // Each handle wrapper keeps the platform's code of its call.
 TEST(Component, RegistryWrappersKeepTheLastResult) {
     std::string pattern = (std::filesystem::temp_directory_path() / "kivlast-XXXXXX").string();

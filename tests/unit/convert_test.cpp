@@ -48,6 +48,9 @@ TEST(ConvertNumbers, RoundHalfEvenWithOverflow) {
     EXPECT_EQ(ErrorOf([] { ToSingle(Variant(1e300)); }), kOverflow);
     EXPECT_EQ(ToSingle(Variant(u"1,5")), 1.5f);
     EXPECT_EQ(ToCurrency(Variant(1.23456)), Currency{12346});
+    // -2^63 units is the least Currency; 2^63 is one past the greatest.
+    EXPECT_EQ(ToCurrency(Variant(-922337203685477.5808)), Currency{INT64_MIN});
+    EXPECT_EQ(ErrorOf([] { ToCurrency(Variant(922337203685477.5808)); }), kOverflow);
     EXPECT_EQ(ToDoubleLocale(Variant(u"(2,5)")), -2.5);
     EXPECT_EQ(RoundToInteger(-32768.5), -32768);
     EXPECT_EQ(ErrorOf([] { RoundToInteger(32767.5); }), kOverflow);

@@ -87,6 +87,9 @@ TEST(InterfaceTable, ADescriptionRefusesTwoMembersWithOneId) {
     EXPECT_THROW(ClassInfo("T", "", nullptr, twice(7)), std::logic_error);
     EXPECT_THROW(ClassInfo("T", "", nullptr, {Method<&Col_KIV::Count>("Count", ""), Method<&Col_KIV::Count>("COUNT", "")}),
                  std::logic_error);
+    Member widest = Method<&Col_KIV::Count>("Widest", "");
+    widest.params.resize(kMaxParams);  // the most the call path binds is allowed
+    EXPECT_NO_THROW(ClassInfo("T", "", nullptr, {widest}));
 }
 
 TEST(InterfaceTable, EveryEnumerationTypeOfTheInterfaceIsDescribed) {
@@ -124,6 +127,7 @@ TEST(InterfaceTable, SignaturesShowPassingOptionalAndDefaults) {
     EXPECT_EQ(ean.params[1].typeName, "En_EANType");
     EXPECT_TRUE(ean.params[1].optional);
     EXPECT_EQ(ean.params[1].defaultValue, Variant(Long{0}));  // a typed optional without default gets its zero
+    EXPECT_EQ(Signature(ean), "BCheck_EAN(ByRef BCode As String, Optional ByRef BType As En_EANType) As Integer");
     const Member& mad = *FindMember("MettiADes");
     EXPECT_EQ(mad.params[0].typeName, "Variant");
     EXPECT_EQ(FindMember("ParseWord")->params[1].typeName, "Variant()");
@@ -293,6 +297,13 @@ TEST_F(Dispatch, ObjectSlotsAreProperties) {
     EXPECT_EQ(k.DlK_TimMask, nullptr);
     EXPECT_EQ(ErrorOf([&] { call().value(u"text").run("DlK_TimMask", InvokeKind::PropertyPutRef); }),
               kObjectRequired);
+    // A put as automation clients make it: the value comes as the named argument of the put.
+    auto timer = std::make_shared<Cl_KIV>();
+    Variant slot(Object{timer});
+    Call put = call();
+    put.args.namedById = {{-3, &slot}};
+    put.run("DlK_TimMask", InvokeKind::PropertyPutRef);
+    EXPECT_EQ(k.DlK_TimMask, timer);
 }
 
 

@@ -25,6 +25,7 @@ TEST(RuntimeCaseFolding, FindIsOneBasedFromStart) {
     EXPECT_EQ(CaseBlindFind(u"Città di CITTÀ", u"città", 2), 10);
     EXPECT_EQ(CaseBlindFind(u"abc", u"x"), 0);
     EXPECT_EQ(CaseBlindFind(u"abc", u"BCD"), 0);
+    EXPECT_EQ(CaseBlindFind(u"ab", u"abc"), 0);  // longer than the text
     EXPECT_EQ(CaseBlindFind(u"abc", u"ABC"), 1);
     EXPECT_EQ(CaseBlindFind(u"abc", u"", 4), 4);
     EXPECT_EQ(CaseBlindFind(u"abc", u"", 5), 0);
