@@ -141,7 +141,8 @@ def crashing_case(command, f, work):
         end = starts[k] if k < len(starts) else len(lines)
         prefix.write_text("\n".join(lines[:end]) + "\n", encoding="utf-8")
         try:
-            return subprocess.run(command + [str(prefix)], cwd=work, capture_output=True, timeout=3).returncode < 0
+            return subprocess.run(command + [str(prefix)], cwd=work, capture_output=True, timeout=3,
+                                  preexec_fn=bounded).returncode < 0
         except subprocess.TimeoutExpired:
             return True
 
