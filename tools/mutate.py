@@ -40,7 +40,6 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent
 
-# (pattern, replacement) pairs; each match of a pattern is one mutant.
 # (pattern, replacement) pairs; each match of a pattern is one mutant. The
 # comparisons are the ones written between blanks, as the code's layout has
 # them, which leaves template brackets and shifts alone.
