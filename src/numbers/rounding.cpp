@@ -49,7 +49,8 @@ Double Cl_KIV::Arrot_Ecc(Double Num, Double Approx) {
 }
 
 Double Cl_KIV::Arrot_Dif(Double Num, Double Approx) {
-    // A fraction is never 1, so this is the floor multiple; the test stays as it always was.
+    // The floor multiple, except for a tiny negative: its fraction (1 less a tiny
+    // amount) rounds to 1 in Doubles, and then the step is taken.
     return RoundToStep(Num, Approx, [](Double f) { return f == 1; });
 }
 
