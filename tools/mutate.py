@@ -16,7 +16,10 @@ nothing its siblings do not kill is a candidate to drop; --redundant lists
 those printing cases of the conformance files. It keeps what a mutant cannot
 reach: each operation's last case in its file, a case that calls nothing (it
 reads what a call left in a variable) and a case with text beyond ASCII (it
-checks a table: case folding, the code page).
+checks a table: case folding, the code page). The list is to be read, not
+applied: only src/ is mutated, so a case that checks what the driver or its
+host objects hold looks redundant, and so does a case kept for a fault once
+fixed (the fix removed the code a mutant would change).
 
 Survivors read and judged equivalent (no input can tell them from the code)
 or untestable here (they need a full disk, a failing kernel call) are listed
