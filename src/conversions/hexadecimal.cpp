@@ -57,7 +57,13 @@ String Cl_KIV::Hex2Str(const String& T_Hex, const String& Sep) {
 }
 
 String Cl_KIV::Hex2Bin(const String& T_Hex, const String& Sep) {
+    if (T_Hex.empty()) return String();
+    // Every nibble is four digits, so the length is known before the loop: a
+    // long separator can take it past the limit.
+    const std::uint64_t length = 4 * std::uint64_t{T_Hex.size()} + (T_Hex.size() - 1) * std::uint64_t{Sep.size()};
+    RequireTextLength(length);
     String result;
+    result.reserve(static_cast<std::size_t>(length));
     for (std::size_t k = 0; k < T_Hex.size(); ++k) {
         // Entry 0 of the table serves a character that is no hexadecimal digit.
         const Long i = InStr(kHexDigits.data(), UCase(T_Hex.substr(k, 1)));
