@@ -137,3 +137,13 @@ void BM_PipeCount_ManyFields(benchmark::State& state) {
 BENCHMARK(BM_PipeCount_ManyFields)->RangeMultiplier(10)->Range(kFrom, kTo)->Unit(benchmark::kMillisecond)->Complexity();
 
 }  // namespace
+
+// A set as long as the text, of characters beyond ASCII: each one is looked up.
+void BM_SostChar_LongSet(benchmark::State& state) {
+    Cl_KIV kiv;
+    const String text = Repeat(state.range(0), u'\u00e9');
+    const String set = Repeat(state.range(0), u'\u00e8') + u"\u00e9";
+    for (auto _ : state) Attempt([&] { return kiv.SostChar(text, set, u"x"); });
+    state.SetComplexityN(state.range(0));
+}
+BENCHMARK(BM_SostChar_LongSet)->RangeMultiplier(10)->Range(kFrom, kTo)->Unit(benchmark::kMillisecond)->Complexity();
