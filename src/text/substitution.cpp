@@ -51,10 +51,10 @@ String Cl_KIV::SostChar(const String& S, const String& C1, const String& C2) {
             if (AsciiLower(c) == set[i]) asciiIn[c >> 6] |= std::uint64_t{1} << (c & 63);
     }
     const auto kept = [&](char16_t ch) { return ch < 128 && (asciiIn[ch >> 6] >> (ch & 63) & 1) == 0; };
-    // A long set gets a table of each character's first place, so that the
-    // time stays linear in the text whatever the set's length.
+    // A long set on a long text gets a table of each character's first place,
+    // so that the time stays linear in the text whatever the set's length.
     std::vector<std::uint32_t> firstAt;
-    if (setLen > small.size()) {
+    if (setLen > small.size() && std::uint64_t{setLen} * S.size() > 0x100000) {
         firstAt.assign(0x10000, static_cast<std::uint32_t>(setLen));
         for (std::size_t i = setLen; i-- > 0;) firstAt[set[i]] = static_cast<std::uint32_t>(i);
     }
