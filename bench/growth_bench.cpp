@@ -136,8 +136,6 @@ void BM_PipeCount_ManyFields(benchmark::State& state) {
 }
 BENCHMARK(BM_PipeCount_ManyFields)->RangeMultiplier(10)->Range(kFrom, kTo)->Unit(benchmark::kMillisecond)->Complexity();
 
-}  // namespace
-
 // A set as long as the text, of characters beyond ASCII: each one is looked up.
 void BM_SostChar_LongSet(benchmark::State& state) {
     Cl_KIV kiv;
@@ -147,3 +145,5 @@ void BM_SostChar_LongSet(benchmark::State& state) {
     state.SetComplexityN(state.range(0));
 }
 BENCHMARK(BM_SostChar_LongSet)->RangeMultiplier(10)->Range(kFrom, kTo)->Unit(benchmark::kMillisecond)->Complexity();
+
+}  // namespace

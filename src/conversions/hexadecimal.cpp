@@ -25,15 +25,22 @@ String WithoutSeparators(const String& text, const String& Sep) {
     return ReplaceAll(t, u" ", u"");
 }
 
+// An empty result of n groups of `each` digits with Sep between them,
+// reserved once: the length is known before the loop, and a long separator
+// can take it past the limit.
+String JoinedResult(std::size_t n, std::uint64_t each, const String& Sep) {
+    const std::uint64_t length = each * n + (n - 1) * std::uint64_t{Sep.size()};
+    RequireTextLength(length);
+    String result;
+    result.reserve(static_cast<std::size_t>(length));
+    return result;
+}
+
 }  // namespace
 
 String Cl_KIV::Str2Hex(const String& S, const String& Sep) {
     if (S.empty()) return String();
-    // The length is known before the loop: a long separator can take it past the limit.
-    const std::uint64_t length = 2 * std::uint64_t{S.size()} + (S.size() - 1) * std::uint64_t{Sep.size()};
-    RequireTextLength(length);
-    String result;
-    result.reserve(static_cast<std::size_t>(length));
+    String result = JoinedResult(S.size(), 2, Sep);
     for (std::size_t i = 0; i < S.size(); ++i) {
         const auto b = static_cast<unsigned char>(Cp1252Byte(S[i]));
         if (i > 0) result += Sep;
@@ -58,12 +65,7 @@ String Cl_KIV::Hex2Str(const String& T_Hex, const String& Sep) {
 
 String Cl_KIV::Hex2Bin(const String& T_Hex, const String& Sep) {
     if (T_Hex.empty()) return String();
-    // Every nibble is four digits, so the length is known before the loop: a
-    // long separator can take it past the limit.
-    const std::uint64_t length = 4 * std::uint64_t{T_Hex.size()} + (T_Hex.size() - 1) * std::uint64_t{Sep.size()};
-    RequireTextLength(length);
-    String result;
-    result.reserve(static_cast<std::size_t>(length));
+    String result = JoinedResult(T_Hex.size(), 4, Sep);  // every nibble is four digits
     for (std::size_t k = 0; k < T_Hex.size(); ++k) {
         // Entry 0 of the table serves a character that is no hexadecimal digit.
         const Long i = InStr(kHexDigits.data(), UCase(T_Hex.substr(k, 1)));
