@@ -5,6 +5,7 @@
 #include <net/if.h>
 #include <sched.h>
 #include <errno.h>
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <netinet/in.h>
 #include <pwd.h>
@@ -103,17 +104,28 @@ private:
 };
 
 // The opener gets the target as its one argument; the caller gets its answer
-// without waiting for the opener and has no child left behind. Without an
-// opener on PATH nothing starts.
+// without waiting for the opener and has no child left behind, and the
+// opener does not hold the caller's output open. Without an opener on PATH
+// nothing starts.
 TEST_F(SystemInfo, DocumentsGoToTheDesktopOpener) {
     const fs::path bin = base_ / "bin";
     MakeOpener(bin);
     std::unique_ptr<Host> host = MakePosixHost(settings_);
     std::optional<bool> opened, withoutOpener;
+    int output[2];
+    ASSERT_EQ(pipe(output), 0);
     {
         OnPath path("/nonexistent:" + bin.string() + ":/usr/bin:/bin");  // found past a folder without it
-        opened = AnsweredInChild([&] { return host->openDocument(u"https://ditta.it/a b"); });
+        opened = AnsweredInChild([&] {
+            dup2(output[1], STDOUT_FILENO);
+            return host->openDocument(u"https://ditta.it/a b");
+        });
     }
+    close(output[1]);
+    fcntl(output[0], F_SETFL, O_NONBLOCK);
+    char byte;
+    EXPECT_EQ(read(output[0], &byte, 1), 0) << "the opener, still waiting, holds the output";
+    close(output[0]);
     std::ofstream(bin / "go").flush();
     {
         OnPath path("/nonexistent");

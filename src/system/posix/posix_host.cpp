@@ -1,6 +1,7 @@
 // The host on POSIX: the system clock, messages written to the standard
 // error stream, the terminal bell; programs and documents go to the
 // desktop's opener (xdg-open), by argument vector, never through a shell.
+#include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -36,7 +37,9 @@ std::string OnPath(const std::string& name) {
 }
 
 // Starts ARGV detached (no shell, no wait for it): a child that forks the
-// program and leaves at once, so nothing is left to reap.
+// program and leaves at once, so nothing is left to reap. The program gets
+// none of the host's descriptors, standard streams included: a browser left
+// holding the host's output would keep a reader of it waiting until it closes.
 bool Spawn(const std::vector<std::string>& argv) {
     std::vector<char*> args;
     for (const std::string& a : argv) args.push_back(const_cast<char*>(a.c_str()));
@@ -47,6 +50,10 @@ bool Spawn(const std::vector<std::string>& argv) {
         ::setsid();
         const pid_t program = ::fork();
         if (program == 0) {
+            const int null = ::open("/dev/null", O_RDWR);
+            if (null < 0) ::_exit(127);
+            for (int stream = 0; stream < 3; ++stream) ::dup2(null, stream);
+            ::close_range(3, ~0U, 0);
             ::execv(args[0], args.data());
             ::_exit(127);
         }
