@@ -175,9 +175,12 @@ def case_kills(build):
         os.makedirs(f"{work}/c/Windows")
         # In a session of its own: a mutant can leave a test's forked child
         # looping, and the whole group goes with the units when they are stopped.
+        # Their output goes to a file: a program a test started in a session of
+        # its own may outlive them, and a pipe it held would never end.
+        log = open(f"{work}/units.log", "w+", encoding="utf-8", errors="replace")
         units = subprocess.Popen([str(Path(build, "kiv_tests").resolve()), f"--gtest_filter=-{SLOW_UNITS}"],
-                                 cwd=work, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True,
-                                 errors="replace", start_new_session=True, preexec_fn=bounded)
+                                 cwd=work, stdout=log, stderr=subprocess.DEVNULL,
+                                 start_new_session=True, preexec_fn=bounded)
         files = sorted(ROOT.glob("tests/conformance/*.kiv")) + [ROOT / "tests/system/empty_facts.kiv",
                                                                 ROOT / "examples/tour.kiv"]
         for f in files:
@@ -200,15 +203,17 @@ def case_kills(build):
                 found = {f"{f.name}:*"}
             kills |= found
         try:
-            out, _ = units.communicate(timeout=30)
+            units.wait(timeout=30)
         except subprocess.TimeoutExpired:
-            out = None
+            pass
         try:  # the units if they hang, and children they left behind even when they ended in time
             os.killpg(units.pid, signal.SIGKILL)
         except ProcessLookupError:
             pass
-        if out is None:
-            out, _ = units.communicate()
+        units.wait()
+        log.seek(0)
+        out = log.read()
+        log.close()
         failed = set(re.findall(r"^\[  FAILED  \] ([\w/]+\.[\w/]+)", out, re.M))
         if units.returncode not in (0, 1) or (units.returncode == 1 and not failed):
             started = re.findall(r"^\[ RUN      \] ([\w/]+\.[\w/]+)", out, re.M)
