@@ -313,7 +313,7 @@ String FormatPattern(const Variant& value, const String& pattern) {
                 if (found->placesOnly) return RightAligned(*text, pattern.size());
                 return FormatText(*text, pattern);
             }
-            return FormatText(JoinText(value), pattern);
+            return FormatText(value.isEmpty() ? String(u"0") : JoinText(value), pattern);  // Empty is 0 here too
         case Kind::Date: {
             if (value.isString() && !IsNumericValue(value)) {
                 if (!IsDateValue(value)) return *value.as<String>();
