@@ -19,7 +19,10 @@ reads what a call left in a variable) and a case with text beyond ASCII (it
 checks a table: case folding, the code page). The list is to be read, not
 applied: only src/ is mutated, so a case that checks what the driver or its
 host objects hold looks redundant, and so does a case kept for a fault once
-fixed (the fix removed the code a mutant would change).
+fixed (the fix removed the code a mutant would change). So does a case whose
+only killers are mutants of files left out of the matrices (headers are
+costly to mutate: each rebuilds its includers), and a case that checks the
+words of a table (month names, numbers in words): no mutant changes a text.
 
 Survivors read and judged equivalent (no input can tell them from the code)
 or untestable here (they need a full disk, a failing kernel call) are listed
